@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+#include "zorv/export.h"
+
+/// Character classes of the tagged text syntax: a table of flag words, indexed by the byte value.
+class ZORV_API ZoChLookup {
+  public:
+    enum Class : int {
+        kSeparator = 1,
+        kComment = 2,
+        kQuote = 4,
+        kBlockBegin = 8,
+        kBlockEnd = 16,
+    };
+
+    /// Blank, tab, line feed and carriage return separate; `;` and `!` begin a comment; `"`, `{` and `}`.
+    ZoChLookup();
+
+    void SetFlags(unsigned char c, int flags) { table[c] |= static_cast<std::uint32_t>(flags); }
+    void SetFlags(const char* characters, int flags);
+    void ClearFlags(unsigned char c, int flags) { table[c] &= ~static_cast<std::uint32_t>(flags); }
+    void ClearFlags(const char* characters, int flags);
+    int GetFlags(unsigned char c) const { return static_cast<int>(table[c]); }
+
+    std::uint32_t table[256] = {};
+};

@@ -1,0 +1,90 @@
+#include "zorv/core/number_format.h"
+
+#include <charconv>
+#include <limits>
+
+namespace zorv::detail {
+
+namespace {
+
+bool IsSpace(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// Skips white space and one sign; true when the sign was a minus.
+bool PassSign(const char*& at, const char* end) {
+    while (at != end && IsSpace(*at))
+        ++at;
+    if (at == end || (*at != '-' && *at != '+')) return false;
+    return *at++ == '-';
+}
+
+/// Whether a decimal number that from_chars found out of range is too large, rather than too small.
+bool IsTooLarge(const char* at, const char* end) {
+    long long exponent = 0;
+    bool afterPoint = false;
+    bool significant = false;
+    for (; at != end; ++at) {
+        if (*at == '.') {
+            afterPoint = true;
+        } else if (*at >= '0' && *at <= '9') {
+            significant = significant || *at != '0';
+            if (afterPoint && !significant) --exponent;
+            if (!afterPoint && significant) ++exponent;
+        } else {
+            break;
+        }
+    }
+    if (at == end) return exponent > 0;
+    const bool negative = PassSign(++at, end);
+    long long written = 0;
+    if (std::from_chars(at, end, written).ec == std::errc::result_out_of_range) return !negative;
+    return exponent + (negative ? -written : written) > 0;
+}
+
+}  // namespace
+
+double ParseDouble(std::string_view text) {
+    const char* at = text.data();
+    const char* end = at + text.size();
+    const bool negative = PassSign(at, end);
+    if (at == end || *at == '-') return 0.0;
+
+    double value = 0.0;
+    const bool hex = end - at > 2 && at[0] == '0' && (at[1] == 'x' || at[1] == 'X');
+    const auto format = hex ? std::chars_format::hex : std::chars_format::general;
+    const auto result = std::from_chars(hex ? at + 2 : at, end, value, format);
+    if (result.ec == std::errc::result_out_of_range) {
+        value = !hex && !IsTooLarge(at, result.ptr) ? 0.0 : std::numeric_limits<double>::infinity();
+    }
+    return negative ? -value : value;
+}
+
+int ParseInt(std::string_view text) {
+    constexpr std::int64_t kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t kHighest = std::numeric_limits<std::uint32_t>::max();
+    const char* at = text.data();
+    const char* end = at + text.size();
+    const bool negative = PassSign(at, end);
+    std::int64_t value = 0;
+    for (; at != end && *at >= '0' && *at <= '9'; ++at) {
+        value = value * 10 + (*at - '0');
+        if (value > kHighest) value = kHighest + 1;
+    }
+    if (negative) return static_cast<int>(-value < kLowest ? kLowest : -value);
+    return static_cast<int>(static_cast<std::uint32_t>(value > kHighest ? kHighest : value));
+}
+
+char* FormatDouble(char* out, double value, int precision) {
+    return std::to_chars(out, out + kNumberTextSize, value, std::chars_format::general, precision).ptr;
+}
+
+char* FormatInt(char* out, std::int64_t value) {
+    return std::to_chars(out, out + kNumberTextSize, value).ptr;
+}
+
+char* FormatUnsigned(char* out, std::uint64_t value) {
+    return std::to_chars(out, out + kNumberTextSize, value).ptr;
+}
+
+}  // namespace zorv::detail

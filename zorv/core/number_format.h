@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+/// The one way by which numbers become text and text becomes numbers. The process locale plays no part.
+namespace zorv::detail {
+
+/// Digits that bring every double back exactly.
+inline constexpr int kExactDigits = 17;
+
+/// Longest text that FormatDouble writes, for precisions up to kExactDigits.
+inline constexpr int kNumberTextSize = 32;
+
+/// The number at the start of the text, as atof reads it in the "C" locale: leading white space, a sign, decimal and
+/// hexadecimal forms, inf and nan. What does not begin with a number gives 0; too large gives infinity, too small 0.
+double ParseDouble(std::string_view text);
+
+/// The integer at the start of the text, as atoi reads it. Values from 2147483648 to 4294967295 keep their 32 bits, so
+/// that unsigned ids pass; beyond that they saturate at 4294967295 and at -2147483648.
+int ParseInt(std::string_view text);
+
+/// Writes the number as printf's "%.<precision>g" and returns the end of the text, which is not terminated. `out` has
+/// room for kNumberTextSize bytes; precision counts significant digits and is at most kExactDigits.
+char* FormatDouble(char* out, double value, int precision);
+
+/// Decimal digits, as printf's "%d" and "%u".
+char* FormatInt(char* out, std::int64_t value);
+char* FormatUnsigned(char* out, std::uint64_t value);
+
+}  // namespace zorv::detail

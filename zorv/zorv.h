@@ -1,0 +1,15 @@
+#pragma once
+
+/// Umbrella header: every public header of the library, bottom-up.
+
+#include "zorv/core/array.h"
+#include "zorv/core/base_list.h"
+#include "zorv/core/flag.h"
+#include "zorv/core/link.h"
+#include "zorv/core/list.h"
+#include "zorv/core/list_node.h"
+#include "zorv/core/notifier.h"
+#include "zorv/core/object.h"
+#include "zorv/core/sort_helper.h"
+#include "zorv/core/string_tools.h"
+#include "zorv/core/text_conversion.h"
