@@ -1,6 +1,8 @@
 #include "zorv/core/number_format.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <limits>
 
 namespace zorv::detail {
@@ -85,6 +87,18 @@ char* FormatInt(char* out, std::int64_t value) {
 
 char* FormatUnsigned(char* out, std::uint64_t value) {
     return std::to_chars(out, out + kNumberTextSize, value).ptr;
+}
+
+std::string FixedText(double value, int decimals) {
+    decimals = std::max(decimals, 0);
+    // The largest double has 309 digits in front of the point; a sign and the point itself come on top.
+    std::string text(
+        static_cast<std::size_t>(std::numeric_limits<double>::max_exponent10) + 4 + static_cast<std::size_t>(decimals),
+        '\0');
+    char* const end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals).ptr;
+    text.resize(static_cast<std::size_t>(end - text.data()));
+    return text;
 }
 
 }  // namespace zorv::detail

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 /// The one way by which numbers become text and text becomes numbers. The process locale plays no part.
@@ -27,5 +28,8 @@ char* FormatDouble(char* out, double value, int precision);
 /// Decimal digits, as printf's "%d" and "%u".
 char* FormatInt(char* out, std::int64_t value);
 char* FormatUnsigned(char* out, std::uint64_t value);
+
+/// The number as printf's "%.<decimals>f". What is below 0 counts as no decimals.
+std::string FixedText(double value, int decimals);
 
 }  // namespace zorv::detail
