@@ -81,6 +81,18 @@ char* FormatDouble(char* out, double value, int precision) {
     return std::to_chars(out, out + kNumberTextSize, value, std::chars_format::general, precision).ptr;
 }
 
+void AppendFixed(std::string& text, double value, int decimals, char sign, int width) {
+    constexpr int kMostDecimals = 60;
+    char digits[std::numeric_limits<double>::max_exponent10 + kMostDecimals + 8];
+    decimals = std::clamp(decimals, 0, kMostDecimals);
+    const char* end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals).ptr;
+    const std::size_t length = static_cast<std::size_t>(end - digits);
+    const std::size_t blanks = sign == ' ' && digits[0] != '-' ? 1 : 0;
+    const std::size_t field = width > 0 ? static_cast<std::size_t>(width) : 0;
+    text.append(std::max(field, length + blanks) - length, ' ');
+    text.append(digits, length);
+}
+
 char* FormatInt(char* out, std::int64_t value) {
     return std::to_chars(out, out + kNumberTextSize, value).ptr;
 }

@@ -25,6 +25,10 @@ int ParseInt(std::string_view text);
 /// room for kNumberTextSize bytes; precision counts significant digits and is at most kExactDigits.
 char* FormatDouble(char* out, double value, int precision);
 
+/// Appends the number as printf's "%.<decimals>f", padded with blanks on the left to `width`. With ' ' as `sign` a
+/// number without a minus sign gets a blank before its digits.
+void AppendFixed(std::string& text, double value, int decimals, char sign = '\0', int width = 0);
+
 /// Decimal digits, as printf's "%d" and "%u".
 char* FormatInt(char* out, std::int64_t value);
 char* FormatUnsigned(char* out, std::uint64_t value);
