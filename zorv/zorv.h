@@ -19,3 +19,4 @@
 #include "zorv/core/text_conversion.h"
 #include "zorv/core/time_text.h"
 #include "zorv/core/units.h"
+#include "zorv/math/plain_matrix.h"

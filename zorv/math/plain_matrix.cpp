@@ -1,0 +1,32 @@
+#include "zorv/math/plain_matrix.h"
+
+#include "zorv/core/number_format.h"
+
+using zorv::detail::AppendFixed;
+
+std::string _MVector::AsString() const {
+    std::string text = "[";
+    for (int i = 0; i < 3; ++i) {
+        AppendFixed(text, v[i], 5, ' ');
+        text += ' ';
+    }
+    AppendFixed(text, v[3], 5);
+    text += "] |";
+    AppendFixed(text, std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]), 4);
+    text += '|';
+    return text;
+}
+
+std::string _MMatrix::AsString() const {
+    std::string text;
+    for (int r = 0; r < 4; ++r) {
+        text += r == 0 ? "[" : "\n ";
+        for (int c = 0; c < 4; ++c) {
+            text += c == 0 ? '[' : ' ';
+            AppendFixed(text, m[r][c], 5, ' ');
+        }
+        text += ']';
+    }
+    text += ']';
+    return text;
+}
