@@ -19,4 +19,7 @@
 #include "zorv/core/text_conversion.h"
 #include "zorv/core/time_text.h"
 #include "zorv/core/units.h"
+#include "zorv/points/column_table.h"
+#include "zorv/points/point.h"
+#include "zorv/points/point_list.h"
 #include "zorv/math/plain_matrix.h"
