@@ -3,8 +3,10 @@
 /// Umbrella header: every public header of the library, bottom-up.
 
 #include "zorv/core/alphanumeric_id.h"
+#include "zorv/core/archive.h"
 #include "zorv/core/array.h"
 #include "zorv/core/base_list.h"
+#include "zorv/core/crc32.h"
 #include "zorv/core/debug_logger.h"
 #include "zorv/core/debug_output.h"
 #include "zorv/core/flag.h"
@@ -26,6 +28,7 @@
 #include "zorv/core/text_conversion.h"
 #include "zorv/core/time_text.h"
 #include "zorv/core/units.h"
+#include "zorv/core/zip.h"
 #include "zorv/points/column_table.h"
 #include "zorv/points/point.h"
 #include "zorv/points/point_list.h"

@@ -29,21 +29,33 @@ class ZORV_API CZipWrapper {
     CZipWrapper(const CZipWrapper&) = delete;
     CZipWrapper& operator=(const CZipWrapper&) = delete;
 
-    /// Opens an archive for writing (in memory, until SzClose) or for reading. False when one is open already or it
-    /// cannot be opened.
+    /// Opens an archive for writing (in memory, at most 500,000,000 bytes, until SzClose) or for reading. False when
+    /// one is open already or it cannot be opened.
     bool SzOpen(const std::wstring& archive, bool write);
     /// Adds one item: calls WriteItem twice, first to learn the size, then to take the bytes. Returns true; what went
-    /// wrong stands in GetLastResult.
+    /// wrong stands in GetLastResult: eZoZipMemoryFull when the archive has no room for it, eZoZipWrongSize when the
+    /// two calls differ. The archive then goes on without the item.
     bool SzAdd(const std::wstring& itemName);
-    /// Closes the archive. One that was written reaches the disk here, beside the old file first.
+    /// Closes the archive. One that was written reaches the disk here, beside the old file first. A failure stands in
+    /// GetLastResult; success leaves that as it was.
     void SzClose();
 
     /// Appends raw bytes to the item being written. False when they exceed what the first pass announced.
-    bool AddZipData(const void* data, std::size_t size);
+    bool AddZipData(const void* data, std::size_t size) {
+        if (sizing) {
+            sizedBytes += size;
+            return true;
+        }
+        if (size > ReadBytesLeft()) return RefuseData();
+        if (size > 0) std::memcpy(buffer.get() + position, data, size);
+        position += size;
+        return true;
+    }
     /// Appends a value as it lies in memory.
     template <class T>
-    requires std::is_arithmetic_v<T> || std::is_enum_v<T>
-    bool WriteValue(T value) { return AddZipData(&value, sizeof value); }
+    requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) && (!std::is_same_v<T, wchar_t>)bool WriteValue(T value) {
+        return AddZipData(&value, sizeof value);
+    }
     /// Appends the number of elements of a list or table, 8 bytes.
     bool WriteCount(std::uint64_t count) { return WriteValue(count); }
     /// Appends the text and its terminator. A text ends at its first zero.
@@ -58,14 +70,24 @@ class ZORV_API CZipWrapper {
     void* UnzipItem(int index, ZIPENTRY* entry);
 
     /// Copies up to `size` bytes and returns how many there were.
-    std::size_t Read(char* target, std::size_t size);
+    std::size_t Read(char* target, std::size_t size) {
+        if (writing) return RefuseRead();
+        if (!buffer || !target) return 0;
+        const std::size_t count = size < ReadBytesLeft() ? size : ReadBytesLeft();
+        if (count > 0) std::memcpy(target, buffer.get() + position, count);
+        position += count;
+        return count;
+    }
     /// Reads a value as it lies in memory; at the end of the item it stays as it is. Returns whether it was there.
     template <class T>
-    requires std::is_arithmetic_v<T> || std::is_enum_v<T>
-    bool ReadValue(T& value) {
-        unsigned char bytes[sizeof(T)];
-        if (Read(reinterpret_cast<char*>(bytes), sizeof bytes) != sizeof bytes) return false;
-        std::memcpy(&value, bytes, sizeof bytes);
+    requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) && (!std::is_same_v<T, wchar_t>)bool ReadValue(T& value) {
+        char bytes[sizeof(T)];
+        if (Read(bytes, sizeof bytes) != sizeof bytes) return false;
+        if constexpr (std::is_same_v<T, bool>) {
+            value = bytes[0] != 0;
+        } else {
+            std::memcpy(&value, bytes, sizeof bytes);
+        }
         return true;
     }
     /// Reads a count and brings it down to what the rest of the item can hold when each element takes at least
@@ -107,4 +129,13 @@ class ZORV_API CZipWrapper {
   protected:
     void AddThumbnail();
     bool CheckCurrentItemCRC();
+
+  private:
+    std::uint32_t MakeItem();
+    bool RefuseData();
+    std::size_t RefuseRead();
+    void* TakeItem(int index, bool sealed);
+
+    bool overrun = false;     ///< the second pass of SzAdd wanted to write more than the first
+    std::string textScratch;  ///< bytes of a wide text on their way to the item
 };

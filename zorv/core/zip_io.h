@@ -1,0 +1,116 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <memory>
+#include <vector>
+
+#include <minizip/ioapi.h>
+
+#include "zorv/core/platform/file_handle.h"
+#include "zorv/core/platform/files.h"
+
+/// Where the ZIP container's bytes go to and come from, behind the stream functions that minizip calls.
+namespace zorv::detail {
+
+/// Takes the bytes of a ZIP being written. Positions count from the container's first byte.
+class ZipSink {
+  public:
+    virtual ~ZipSink() = default;
+
+    virtual bool Write(const void* data, std::size_t size) = 0;
+    virtual bool Seek(std::uint64_t position) = 0;
+    virtual std::uint64_t Tell() = 0;
+    virtual std::uint64_t End() = 0;
+    /// Makes the finished bytes last; false when they could not all be written.
+    virtual bool Commit() = 0;
+};
+
+/// A ZIP in a block of memory of limited size.
+class MemorySink final : public ZipSink {
+  public:
+    /// Into the caller's block, or with null into one of its own that grows up to the limit.
+    MemorySink(void* block, std::size_t sizeLimit) : given(static_cast<char*>(block)), limit(sizeLimit) {}
+
+    bool Write(const void* data, std::size_t size) override;
+    bool Seek(std::uint64_t to) override;
+    std::uint64_t Tell() override { return position; }
+    std::uint64_t End() override { return end; }
+    bool Commit() override { return true; }
+
+    char* Data() { return given ? given : grown.data(); }
+    std::size_t Limit() const { return limit; }
+
+  private:
+    char* given;
+    std::vector<char> grown;
+    std::size_t limit;
+    std::size_t position = 0;
+    std::size_t end = 0;
+};
+
+/// A ZIP file that takes the old one's place when it is complete.
+class FileSink final : public ZipSink {
+  public:
+    explicit FileSink(const std::wstring& file) : replacement(file) {}
+
+    bool IsOpen() const { return replacement.IsOpen(); }
+    bool Write(const void* data, std::size_t size) override;
+    bool Seek(std::uint64_t to) override;
+    std::uint64_t Tell() override { return position; }
+    std::uint64_t End() override { return end; }
+    bool Commit() override { return replacement.Commit(); }
+
+  private:
+    FileReplacement replacement;
+    std::uint64_t position = 0;
+    std::uint64_t end = 0;
+};
+
+/// A ZIP at the present position of a system file handle; where that cannot seek, collected until the commit.
+class HandleSink final : public ZipSink {
+  public:
+    explicit HandleSink(void* handle);
+
+    bool Write(const void* data, std::size_t size) override;
+    bool Seek(std::uint64_t to) override;
+    std::uint64_t Tell() override { return position; }
+    std::uint64_t End() override { return end; }
+    bool Commit() override;
+
+  private:
+    FileHandle target;
+    std::uint64_t start = 0;
+    std::unique_ptr<MemorySink> collected;
+    std::uint64_t position = 0;
+    std::uint64_t end = 0;
+};
+
+/// Gives the bytes of a ZIP being read, any part at any time.
+class ZipSource {
+  public:
+    explicit ZipSource(std::unique_ptr<std::istream> bytes);
+
+    std::uint64_t Size() const { return size; }
+    /// Copies what is there from the offset on, at most `count` bytes, and returns how many.
+    std::size_t ReadAt(std::uint64_t offset, void* target, std::size_t count);
+
+    std::uint64_t position = 0;  ///< where minizip reads next
+
+  private:
+    std::size_t ReadStream(std::uint64_t offset, char* target, std::size_t count);
+
+    std::unique_ptr<std::istream> stream;
+    std::uint64_t size = 0;
+    // minizip asks for single bytes; they come from this window.
+    std::vector<char> window;
+    std::uint64_t windowStart = 0;
+    std::size_t windowBytes = 0;
+};
+
+/// The stream functions that minizip takes, for an object that outlives the container.
+zlib_filefunc64_def StreamFunctions(ZipSink& sink);
+zlib_filefunc64_def StreamFunctions(ZipSource& source);
+
+}  // namespace zorv::detail
