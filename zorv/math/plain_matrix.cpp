@@ -7,12 +7,12 @@ using zorv::detail::AppendFixed;
 std::string _MVector::AsString() const {
     std::string text = "[";
     for (int i = 0; i < 3; ++i) {
-        AppendFixed(text, v[i], 5, ' ');
+        AppendFixed(text, xyzw[i], 5, ' ');
         text += ' ';
     }
-    AppendFixed(text, v[3], 5);
+    AppendFixed(text, xyzw[3], 5);
     text += "] |";
-    AppendFixed(text, std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]), 4);
+    AppendFixed(text, std::sqrt(xyzw[0] * xyzw[0] + xyzw[1] * xyzw[1] + xyzw[2] * xyzw[2]), 4);
     text += '|';
     return text;
 }

@@ -8,17 +8,17 @@
 /// Plain storage of the space types: four doubles, counted from 0, without virtual operations.
 class ZORV_API _MVector {
   public:
-    double& operator[](int i) { return v[i]; }
-    double operator[](int i) const { return v[i]; }
-    double* asDblArray() { return v; }
-    const double* asDblArray() const { return v; }
+    double& operator[](int i) { return xyzw[i]; }
+    double operator[](int i) const { return xyzw[i]; }
+    double* asDblArray() { return xyzw; }
+    const double* asDblArray() const { return xyzw; }
 
-    double x() const { return v[0]; }
-    double y() const { return v[1]; }
-    double z() const { return v[2]; }
-    double& x() { return v[0]; }
-    double& y() { return v[1]; }
-    double& z() { return v[2]; }
+    double x() const { return xyzw[0]; }
+    double y() const { return xyzw[1]; }
+    double z() const { return xyzw[2]; }
+    double& x() { return xyzw[0]; }
+    double& y() { return xyzw[1]; }
+    double& z() { return xyzw[2]; }
 
     /// "[x y z w] |norm of x, y, z|".
     std::string AsString() const;
@@ -28,9 +28,9 @@ class ZORV_API _MVector {
   protected:
     _MVector() {}  // initialises nothing
     /// Mind the order: w comes first.
-    _MVector(double w, double x, double y, double z) : v{x, y, z, w} {}
+    constexpr _MVector(double w, double x, double y, double z) : xyzw{x, y, z, w} {}
 
-    double v[4];
+    double xyzw[4];
 };
 
 /// Plain storage of the affine maps: four by four doubles, row by row, counted from 0, without virtual operations.
