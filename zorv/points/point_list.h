@@ -11,6 +11,7 @@
 #include "zorv/points/point.h"
 
 class CZipWrapper;
+class ZoBoundingBox3d;
 class ZoReaderObject;
 
 /// A list of points with the column table by which it is read and written as text.
@@ -69,6 +70,8 @@ class ZORV_API ZoPointList : public TZoListHeader<ZoPoint>, public TZoFormatTabl
     /// how far it is, infinity for an empty list.
     ZoPoint* FindNearest(const ZoPoint& point, double* distance) const;
 
+    /// Resets the box, then takes in and counts all points, or with `all` false only those in use.
+    void CalcBoundingBox(ZoBoundingBox3d& box, bool all) const;
     /// The number of points, and of those in use.
     void GetStat(unsigned long long& total, unsigned long long& used) const;
     bool HasControlPoints() const;
