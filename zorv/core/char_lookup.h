@@ -13,9 +13,10 @@ class ZORV_API ZoChLookup {
         kQuote = 4,
         kBlockBegin = 8,
         kBlockEnd = 16,
+        kDelimiter = kSeparator | kComment | kQuote | kBlockBegin | kBlockEnd,  ///< whatever ends a word
     };
 
-    /// Blank, tab, line feed and carriage return separate; `;` and `!` begin a comment; `"`, `{` and `}`.
+    /// Blank, tab and line feed separate, `;` and `!` begin a comment, `"` quotes, `{` and `}` enclose a block.
     ZoChLookup();
 
     void SetFlags(unsigned char c, int flags) { table[c] |= static_cast<std::uint32_t>(flags); }

@@ -53,20 +53,20 @@ class ZORV_API ZoParserToken {
     int GetInt() const { return intValue; }
     double GetFloat() const { return floatValue; }
     const char* GetString() const { return text; }
-    /// The value of an integer or a float token as double, else 0.
+    /// The value of an integer or a float token as double, else 0. An integer that 32 bits do not hold keeps its value.
     double GetNumber() const;
 
     eZoTokentype type = eZoTokenOther;
     std::int32_t intValue = 0;
-    double floatValue = 0.0;
+    double floatValue = 0.0;  ///< of a float, and of an integer that 32 bits do not hold
     const char* text = "";
 };
 
 /// Turns the lines of a stream into the tokens of the tagged text syntax.
 ///
 /// Tokens are separated by blanks; `;` and `!` begin a comment up to the end of the line; strings stand in double
-/// quotes without escapes, on one line; `{` and `}` are tokens of their own. For its life the parser sets the C locale
-/// of the process to "C".
+/// quotes without escapes, on one line; `{` and `}` are tokens of their own. Lines end with LF or CR LF, and a byte
+/// order mark in front of the first one is passed. For its life the parser sets the C locale of the process to "C".
 class ZORV_API ZoParser {
   public:
     /// Room for a line, its terminator included. A longer line ends the reading with eZoParserErrorStream.
@@ -115,16 +115,28 @@ class ZORV_API ZoParser {
 
   protected:
     friend class ZoReader;
-    friend class ZoDetectZorvFiles;
+    friend class ZoStreamParser;
 
     /// Moves to the next token, reading lines as needed. Throws ZoParserStatus for a failing stream, an unterminated
     /// string and an invalid number.
     void ParseForToken(std::istream& stream);
 
   private:
+    /// ParseForToken, unless the parser was told to skip one advance.
+    void Advance(std::istream& stream) {
+        if (skipNextParse) {
+            skipNextParse = false;
+        } else {
+            ParseForToken(stream);
+        }
+    }
     bool Tokenize();
-    void ScanString();
-    void ScanWord();
+    bool ScanString();
+    bool ScanWord();
+    bool SetToken(eZoTokentype type, const char* text);
+    void Classify(char* end, int digits, int letters, bool isFloat);
     void ReadLine(std::istream& stream);
     [[noreturn]] void Throw(eZoParserStatus error);
+
+    std::int64_t blockDepth = 0;  // `{` less `}` so far
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <fstream>
 #include <string>
 
@@ -24,6 +25,8 @@ class ZORV_API ZoReaderInstance : public TZoListnode<ZoReaderInstance>, public T
   public:
     explicit ZoReaderInstance(ZoReader* owner) : reader(owner) {}
 
+    void Dump() override { TZoListHeader<ZoReaderObject>::Dump(); }
+
     ZoReader* reader = nullptr;
 };
 
@@ -34,9 +37,14 @@ class ZORV_API ZoReaderInstance : public TZoListnode<ZoReaderInstance>, public T
 ///     reader.DoProcess(false);
 ///     reader.LogErrorsToApplicationLogger();
 ///
-/// Nothing is thrown out of DoProcess: errors are collected with their lines, and what was read so far stays.
+/// Nothing is thrown out of DoProcess: errors are collected with their lines, and what was read so far stays. The end
+/// of the file is no error, wherever it comes. Reading goes on behind a block's own `}` even if its handler left
+/// values over.
 class ZORV_API ZoReader {
   public:
+    /// Blocks that are read inside of one another; deeper ones are passed with an error.
+    static constexpr int kDeepestNesting = 256;
+
     /// Opens the file. A file that cannot be opened gives one error with eZoParserErrorStream when it is read.
     explicit ZoReader(const std::wstring& file);
     virtual ~ZoReader();
@@ -44,7 +52,8 @@ class ZORV_API ZoReader {
     ZoReader& operator=(const ZoReader&) = delete;
 
     /// Called for an unknown keyword when those are not skipped, and for every error; each calls its handler with
-    /// this reader. Non-zero goes on reading, 0 (also without a handler) ends the block.
+    /// this reader. Non-zero goes on reading, 0 (also without a handler) ends the block. At the end of the file and
+    /// after a failure of the stream the reading ends in any case.
     virtual int UnknownTokenFound();
     virtual int ParserError();
 
@@ -88,7 +97,29 @@ class ZORV_API ZoReader {
     ZoReaderErrorList errors;
 
   private:
+    class BlockScope;
+
+    /// Takes steps until one answers false, and turns what they throw into entries of `errors`.
+    template <class Step>
+    void Repeat(Step step);
     int DoProcessSimpleMode();
+    // The steps of the loop; each tells whether to go on.
+    bool ReadToken(bool ignoreBlockEnd, bool& haveToken);
+    bool ReadKnown(ZoReaderObject* object, bool& haveToken);
+    bool ReadUnknown(bool& haveToken);
+    bool ReadOther();
+
+    void ReadBlock(ZoReaderObject* object);
+    /// Moves to the `}` of the block with that depth inside, or to the end of the file.
+    void PassBlock(std::int64_t inside);
+    bool IsAtEnd() const;
+    ZoReaderError* AddError(const ZoParserStatus& error, eZoParserStatus kind);
+    bool AskParserError();
+    bool GoesOnAfter(const ZoParserStatus& error);
+    void ReportEnd();
     void NewInstance();
     void ReleaseInstance();
+
+    int nesting = 0;   // of DoProcess
+    int failures = 0;  // errors that ended a step, other than the end of the file
 };

@@ -19,8 +19,8 @@ class ZoReader;
 /// `KEY { v1 v2 }` it reads its values and leaves the `}` at hand; without a block it leaves its last value at hand.
 class ZORV_API ZoReaderObject : public TZoListnode<ZoReaderObject> {
   public:
-    static constexpr int kKeywordSize = 29;  ///< with the terminator
-    static constexpr const char* kCatchAll = "_NOT_DEFINED";
+    static constexpr int kKeywordSize = 29;                   ///< with the terminator
+    static constexpr const char* kCatchAll = "_NOT_DEFINED";  ///< the keyword of a catch-all
 
     ZoReaderObject();
     ZoReaderObject(const char* word, int* value);
@@ -44,7 +44,7 @@ class ZORV_API ZoReaderObject : public TZoListnode<ZoReaderObject> {
     ZoStreamParser GetStreamParser() const;
     /// Binds one more keyword in the block at hand; returns the reader's own copy of it.
     ZoReaderObject* RegisterObject(const ZoReaderObject& object);
-    /// Reads the block at hand up to its `}`, which stays at hand. Returns 1.
+    /// Reads the block at hand up to its `}`, which stays at hand, beginning with the token at hand. Returns 1.
     int DoProcess();
     /// Advances to the next token, unless the parser was told to skip one advance.
     void ParseForToken();
@@ -61,6 +61,7 @@ class ZORV_API ZoReaderObject : public TZoListnode<ZoReaderObject> {
     friend class ZoReader;
 
     ZoReaderObject(const char* word, void* value, eZoTokentype type);
+    void SetKeyword(const char* word);
     /// Stores the value at hand or calls the handler.
     void KeywordFound();
 };

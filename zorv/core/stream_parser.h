@@ -32,4 +32,7 @@ class ZORV_API ZoStreamParser {
     std::istream* stream = nullptr;
     ZoParser* parser = nullptr;
     std::int32_t state = 0;  ///< for the host; the library never looks at it
+
+  private:
+    ZoParser& Tokens() const;
 };

@@ -4,7 +4,8 @@
 
 #include "zorv/export.h"
 
-/// Stream manipulators of the tagged text syntax. The indentation is one process-wide level.
+/// Stream manipulators of the tagged text syntax. The indentation is one process-wide level. std::left and std::right
+/// set the alignment alone.
 
 ZORV_API std::ostream& ZoBeginBlock(std::ostream& stream);    ///< level up, `{`
 ZORV_API std::ostream& ZoBeginBlockNL(std::ostream& stream);  ///< `{`, level up, Zoendl

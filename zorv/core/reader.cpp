@@ -1,0 +1,246 @@
+#include "zorv/core/reader.h"
+
+#include <locale>
+
+#include "zorv/core/logger.h"
+#include "zorv/core/platform/files.h"
+
+/// A level of keywords for as long as a block is read, exceptions included.
+class ZoReader::BlockScope {
+  public:
+    explicit BlockScope(ZoReader& of) : reader(of), object(of.currentObject) { reader.NewInstance(); }
+    ~BlockScope() {
+        reader.ReleaseInstance();
+        reader.currentObject = object;
+    }
+    BlockScope(const BlockScope&) = delete;
+    BlockScope& operator=(const BlockScope&) = delete;
+
+  private:
+    ZoReader& reader;
+    ZoReaderObject* object;
+};
+
+namespace {
+
+class NestingScope {
+  public:
+    explicit NestingScope(int& counter) : nesting(counter) { ++nesting; }
+    ~NestingScope() { --nesting; }
+    NestingScope(const NestingScope&) = delete;
+    NestingScope& operator=(const NestingScope&) = delete;
+
+  private:
+    int& nesting;
+};
+
+}  // namespace
+
+ZoReader::ZoReader(const std::wstring& file) : fileName(file) {
+    stream.imbue(std::locale::classic());
+    stream.open(zorv::detail::NativePath(file));
+    NewInstance();
+}
+
+ZoReader::~ZoReader() {
+    // Finish handlers run here, while the rest of the reader is there.
+    currentInstance = nullptr;
+    currentObject = nullptr;
+    instances.Destroy();
+}
+
+int ZoReader::UnknownTokenFound() {
+    return unknownTokenHandler.Call(this);
+}
+
+int ZoReader::ParserError() {
+    return parserErrorHandler.Call(this);
+}
+
+ZoReaderObject* ZoReader::RegisterObject(const ZoReaderObject& object) {
+    if (!currentInstance) return nullptr;
+    ZoReaderObject* copy = currentInstance->Add(object);
+    copy->reader = this;
+    return copy;
+}
+
+int ZoReader::DoProcess(bool ignoreBlockEnd) {
+    if (!currentInstance) return 1;
+    if (nesting == kDeepestNesting) {
+        parser.SkipNextParse(false);
+        AddError(parser.status, eZoParserErrorNotSpecifiedToken);
+        return 1;
+    }
+    if (simpleMode) return DoProcessSimpleMode();
+    bool haveToken = false;
+    Repeat([&] { return ReadToken(ignoreBlockEnd, haveToken); });
+    return 1;
+}
+
+int ZoReader::DoProcessSimpleMode() {
+    ZoReaderObject* object = currentInstance->First();
+    if (!object) return 1;
+    currentObject = object;
+    Repeat([this, object] {
+        ParseForToken();
+        const bool atEnd = IsAtEnd();
+        object->KeywordFound();
+        return !atEnd;
+    });
+    return 1;
+}
+
+template <class Step>
+void ZoReader::Repeat(Step step) {
+    const NestingScope scope(nesting);
+    bool going = parser.status.status != eZoParserStatusEof && parser.status.status != eZoParserErrorStream;
+    while (going) {
+        try {
+            going = step();
+        } catch (const ZoParserStatus& error) {
+            going = GoesOnAfter(error);
+        }
+    }
+}
+
+bool ZoReader::ReadToken(bool ignoreBlockEnd, bool& haveToken) {
+    if (haveToken) {
+        haveToken = false;
+    } else {
+        ParseForToken();
+    }
+    if (parser.token.type == eZoTokenBlockEnd) return ignoreBlockEnd;
+    if (parser.token.type != eZoTokenKeyword) return ReadOther();
+    for (ZoReaderObject* object = currentInstance->First(); object; object = object->Next()) {
+        if (object->IsKeyword(parser.token.text)) return ReadKnown(object, haveToken);
+    }
+    return ReadUnknown(haveToken);
+}
+
+bool ZoReader::ReadKnown(ZoReaderObject* object, bool& haveToken) {
+    const std::int64_t depth = parser.blockDepth;
+    currentObject = object;
+    ParseForToken();
+    if (parser.token.type == eZoTokenBlockBegin) {
+        ReadBlock(object);
+        haveToken = parser.token.type == eZoTokenKeyword || parser.token.type == eZoTokenBlockEnd;
+    } else {
+        object->KeywordFound();
+        // The `}` of the block around a keyword without a value is not the keyword's.
+        haveToken = parser.token.type == eZoTokenBlockEnd && parser.blockDepth < depth;
+    }
+    return true;
+}
+
+void ZoReader::ReadBlock(ZoReaderObject* object) {
+    const std::int64_t inside = parser.blockDepth;
+    const int failuresBefore = failures;
+    ParseForToken();
+    {
+        BlockScope scope(*this);
+        object->KeywordFound();
+    }
+    if (failures == failuresBefore) {
+        parser.SkipNextParse(false);
+        PassBlock(inside);
+        const bool atOwnEnd = parser.token.type == eZoTokenBlockEnd && parser.blockDepth == inside - 1;
+        if (!atOwnEnd) return;
+    }
+    ParseForToken();
+}
+
+bool ZoReader::ReadUnknown(bool& haveToken) {
+    if (!skipUnknownToken) return UnknownTokenFound() != 0;
+    ParseForToken();
+    if (parser.token.type == eZoTokenBlockBegin) {
+        SkipCurrentBlock();
+    } else {
+        haveToken = parser.token.type == eZoTokenBlockEnd;
+    }
+    return true;
+}
+
+bool ZoReader::ReadOther() {
+    const bool atEnd = IsAtEnd();
+    for (ZoReaderObject* object = currentInstance->First(); object; object = object->Next()) {
+        if (!object->IsKeyword(ZoReaderObject::kCatchAll)) continue;
+        currentObject = object;
+        object->KeywordFound();
+        return !atEnd;
+    }
+    if (!atEnd) {
+        ZoParserStatus error = parser.status;
+        error.status = eZoParserErrorNotSpecifiedToken;
+        throw error;
+    }
+    ReportEnd();
+    return false;
+}
+
+void ZoReader::ReportEnd() {
+    // A handler that counts on being told finds the end among the errors, where it does not stay.
+    const ZoReaderError* end = AddError(parser.status, eZoParserErrorNotSpecifiedToken);
+    AskParserError();
+    if (errors.Last() == end) delete errors.SubtractLast();
+}
+
+bool ZoReader::IsAtEnd() const {
+    return parser.token.type == eZoTokenEof;
+}
+
+ZoReaderError* ZoReader::AddError(const ZoParserStatus& error, eZoParserStatus kind) {
+    ZoReaderError record(error);
+    record.status = kind;
+    return errors.Add(record);
+}
+
+bool ZoReader::AskParserError() {
+    try {
+        return ParserError() != 0;
+    } catch (const ZoParserStatus&) {
+        return false;
+    }
+}
+
+bool ZoReader::GoesOnAfter(const ZoParserStatus& error) {
+    if (error.status == eZoParserStatusEof) return false;
+    ++failures;
+    AddError(error, error.status);
+    const bool going = AskParserError();
+    return going && !IsAtEnd() && error.status != eZoParserErrorStream && parser.status.status != eZoParserErrorStream;
+}
+
+void ZoReader::SkipCurrentBlock() {
+    AddError(parser.status, parser.status.status);
+    PassBlock(parser.blockDepth);
+}
+
+void ZoReader::PassBlock(std::int64_t inside) {
+    while (parser.blockDepth >= inside && !IsAtEnd())
+        ParseForToken();
+}
+
+void ZoReader::LogErrorsToApplicationLogger() const {
+    constexpr int kReadErrorLevel = 2;
+    const int count = GetReadErrorCount();
+    if (count == 0) return;
+    ZoApplicationLogger::Log(kReadErrorLevel, L"%d Read Error(s) in %s:", count, fileName.c_str());
+    for (const ZoReaderError* error = errors.First(); error; error = error->NextConst()) {
+        ZoApplicationLogger::Log(kReadErrorLevel, L" - Line: % 06d, Status : %s", error->line,
+                                 GetZoParserStatusText(error->status).c_str());
+    }
+}
+
+void ZoReader::ParseForToken() {
+    GetStreamParser().ParseForToken();
+}
+
+void ZoReader::NewInstance() {
+    currentInstance = instances.Add(new ZoReaderInstance(this));
+}
+
+void ZoReader::ReleaseInstance() {
+    if (!instances.CountMoreThan(1)) return;
+    delete instances.Subtract(currentInstance);
+    currentInstance = instances.Last();
+}
