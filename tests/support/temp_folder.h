@@ -1,13 +1,15 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <system_error>
+
+#include <gtest/gtest.h>
+
+#include "zorv/core/text_conversion.h"
 
 /// A folder for the files of one test, which goes with it.
 class TempFolder {
@@ -28,7 +30,7 @@ class TempFolder {
     TempFolder& operator=(const TempFolder&) = delete;
 
     /// The wide name of a file in the folder, as the library takes it. The name is UTF-8.
-    std::wstring Name(const std::string& file) const { return (path / file).wstring(); }
+    std::wstring Name(const std::string& file) const { return string2wstring((path / file).native()); }
 
     /// Makes a file of these bytes and returns its wide name.
     std::wstring Write(const std::string& file, const std::string& bytes) const {

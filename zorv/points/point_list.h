@@ -43,6 +43,14 @@ class ZORV_API ZoPointList : public TZoListHeader<ZoPoint>, public TZoFormatTabl
     int ReadFile(const std::wstring& fileName, const Table& table);
     int ReadFile(const wchar_t* fileName, const Table& table);
 
+    /// Appends the points of a Leica GSI file, in the unit asked for: a line with an easting, northing or height (words
+    /// 81, 82, 83) gives a point with its number and name, in which a missing word counts as 0. Lines without one, such
+    /// as polar observations, are passed. With `asControl` the coordinates that a line has become control coordinates.
+    /// Returns how many points came in; 0 when the file cannot be opened.
+    int ReadGsiFile(const std::wstring& fileName, bool asControl, eZoUnit unit);
+    /// The same from where an open file stands; null gives 0.
+    int ReadGsiFile(std::FILE* file, bool asControl, eZoUnit unit);
+
     /// Appends points from the tokens at hand, each with the list's columns, up to a `}`, which stays at hand. Returns
     /// 1. Throws ZoParserStatus at a token that fits no column; the points before it stay.
     int Read(ZoReaderObject* object);

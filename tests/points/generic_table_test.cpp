@@ -1,0 +1,55 @@
+#include "zorv/points/generic_table.h"
+
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+using Rows = std::vector<ZoReadGenericTableFile::Row>;
+
+TEST(GenericTable, LinesAreCutIntoCells) {
+    const TempFolder folder;
+    const ZoReadGenericTableFile table(
+        folder.Write("t.csv", "\xef\xbb\xbfid;x\ty\r\n1;;2\n\n  ,;\r\rM\xc3\xbcller, \"a b\" \r"));
+    EXPECT_EQ(table.GetRows(), (Rows{{"id", "x", "y"}, {"1", "2"}, {"M\xc3\xbcller", "\"a", "b\""}}));
+    EXPECT_EQ(table.NumberLines(), 3U);
+    EXPECT_EQ(table.MaxLineLen(), 3U);
+    EXPECT_TRUE(table.IsEndReached());
+}
+
+TEST(GenericTable, TooManyCellsEndTheReading) {
+    const TempFolder folder;
+    const std::string nine = "1 2 3 4 5 6 7 8 9";
+    ZoReadGenericTableFile table;
+    ASSERT_TRUE(table.ReadFile(folder.Write("t", nine + "\n" + nine + " 10\n1 2\n")));
+    ASSERT_EQ(table.NumberLines(), 2U);
+    EXPECT_EQ(table.GetRows()[0].size(), 9U);
+    EXPECT_EQ(table.GetRows()[1],
+              (ZoReadGenericTableFile::Row{"Fehlerhafte oder ung\xc3\xbcltige Datei", "Incorrect or invalid file",
+                                           "Fichier incorrect ou invalide", "10 (max 10)"}));
+    EXPECT_EQ(table.MaxLineLen(), 9U);
+    EXPECT_FALSE(table.IsEndReached());
+
+    std::string million;
+    for (int i = 0; i < 1000000; ++i)
+        million += "7;";
+    ASSERT_TRUE(table.ReadFile(folder.Write("t", million)));
+    ASSERT_EQ(table.NumberLines(), 1U);
+    EXPECT_EQ(table.GetRows()[0][3], "1000000 (max 10)");
+}
+
+TEST(GenericTable, AMissingFileChangesNothing) {
+    const TempFolder folder;
+    ZoReadGenericTableFile table(folder.Write("t", "a|b c\n"));
+    EXPECT_FALSE(table.ReadFile(folder.Name("none")));
+    EXPECT_FALSE(table.ReadFile(folder.path.wstring()));
+    EXPECT_EQ(table.GetRows(), (Rows{{"a|b", "c"}}));
+    table.SetSeparators("|");
+    EXPECT_TRUE(table.ReadFile(folder.Name("t")));
+    EXPECT_EQ(table.GetRows(), (Rows{{"a", "b c"}}));
+    EXPECT_TRUE(table.ReadFile(folder.Write("empty", "")));
+    EXPECT_EQ(table.NumberLines(), 0U);
+    EXPECT_EQ(table.MaxLineLen(), 0U);
+    EXPECT_TRUE(table.IsEndReached());
+}
+
+}  // namespace
