@@ -69,3 +69,4 @@
 #include "zorv/math/triangle_intersection.h"
 #include "zorv/math/vector2d.h"
 #include "zorv/math/vector3d.h"
+#include "zorv/report/html_report.h"
