@@ -1,8 +1,13 @@
 #include "zorv/math/matrix.h"
+#include "zorv/math/vector3d.h"
 #include "zorv/points/point_list.h"
 
 bool ZoMatrix::PTrans2D(ZoPoint* point) const {
     return PTrans2D(&point->x, &point->y);
+}
+
+bool ZoMatrix::PTrans2D(ZoVector3d* v) const {
+    return PTrans2D(&v->x(), &v->y());
 }
 
 bool ZoMatrix::PTrans3D(ZoPoint* point) const {
