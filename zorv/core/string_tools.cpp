@@ -1,10 +1,11 @@
 #include "zorv/core/string_tools.h"
 
 #include <algorithm>
+#include <cstdarg>
 #include <cstddef>
-#include <utility>
 
 #include "zorv/core/case_folding.h"
+#include "zorv/core/wide_format.h"
 
 namespace {
 
@@ -114,6 +115,21 @@ bool StringStartsWith(const std::string& text, const std::string& prefix) {
 }
 bool StringStartsWith(const std::wstring& text, const std::wstring& prefix) {
     return text.starts_with(prefix);
+}
+
+std::string StringPrintf(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const auto text = zorv::detail::FormatText(format, arguments);
+    va_end(arguments);
+    return text.value_or(std::string());
+}
+std::wstring StringPrintf(const wchar_t* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const auto text = zorv::detail::FormatText(format, arguments);
+    va_end(arguments);
+    return text.value_or(std::wstring());
 }
 
 std::string StringReplace(const std::string& text, const std::string& old, const std::string& with) {

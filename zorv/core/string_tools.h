@@ -23,6 +23,11 @@ ZORV_API int StringFrequenzy(const std::wstring& text, wchar_t c);
 ZORV_API bool StringStartsWith(const std::string& text, const std::string& prefix);
 ZORV_API bool StringStartsWith(const std::wstring& text, const std::wstring& prefix);
 
+/// The formatted text, of any length, by printf's rules; empty when the format is null or cannot be met. In the wide
+/// form `%s` and `%c` are wide text. The process locale plays no part.
+ZORV_API std::string StringPrintf(const char* format, ...);
+ZORV_API std::wstring StringPrintf(const wchar_t* format, ...);
+
 /// All occurrences replaced, from left to right and without looking into what was put in; an empty `old` replaces
 /// nothing. In a copy, or in place.
 ZORV_API std::string StringReplace(const std::string& text, const std::string& old, const std::string& with);
