@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <concepts>
 #include <cstdint>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -312,16 +313,18 @@ class TZoBaseListHeader {
         return static_cast<int>(nodes.size());
     }
 
-    /// False when the keys span half their range or more: then their wrapped differences are no order.
+    /// False when the keys do not lie within half a turn: then their wrapped differences are no order.
     static bool SortByKey(std::vector<T*>& nodes) requires zorv::detail::HasOrderingKey<T> {
-        std::vector<std::pair<std::uint32_t, T*>> keyed;
+        if (nodes.empty()) return true;
+        const std::uint32_t origin = nodes.front()->OrderingKey();
+        std::vector<std::pair<std::int32_t, T*>> keyed;
         keyed.reserve(nodes.size());
         for (T* node : nodes)
-            keyed.emplace_back(node->OrderingKey(), node);
+            keyed.emplace_back(static_cast<std::int32_t>(node->OrderingKey() - origin), node);
         const auto byKey = [](const auto& a, const auto& b) { return a.first < b.first; };
-        if (keyed.empty()) return true;
         const auto [low, high] = std::minmax_element(keyed.begin(), keyed.end(), byKey);
-        if (high->first - low->first > 0x7fffffffU) return false;
+        constexpr std::int64_t kHalfTurn = std::numeric_limits<std::int32_t>::max();
+        if (std::int64_t{high->first} - low->first > kHalfTurn) return false;
         std::stable_sort(keyed.begin(), keyed.end(), byKey);
         std::transform(keyed.begin(), keyed.end(), nodes.begin(), [](const auto& pair) { return pair.second; });
         return true;

@@ -80,6 +80,13 @@ class ZORV_API ZoStandardNotifier : public TZoArray<ZoObserver*> {
     /// began. Observers may register and unregister meanwhile: a new one is not called, a removed one no longer.
     int NotifyObservers(ZoNotifyEvent* event, ZoObserver* skip);
 
+  protected:
+    // Observers come and go by the operations above, which keep both sides informed.
+    using TZoArray<ZoObserver*>::Add;
+    using TZoArray<ZoObserver*>::Clear;
+    using TZoArray<ZoObserver*>::Insert;
+    using TZoArray<ZoObserver*>::Remove;
+
   private:
     void Detach(ZoObserver* observer);
 };

@@ -93,24 +93,18 @@ void AppendFixed(std::string& text, double value, int decimals, char sign, int w
     text.append(digits, length);
 }
 
+std::string FixedText(double value, int decimals) {
+    std::string text;
+    AppendFixed(text, value, decimals);
+    return text;
+}
+
 char* FormatInt(char* out, std::int64_t value) {
     return std::to_chars(out, out + kNumberTextSize, value).ptr;
 }
 
 char* FormatUnsigned(char* out, std::uint64_t value) {
     return std::to_chars(out, out + kNumberTextSize, value).ptr;
-}
-
-std::string FixedText(double value, int decimals) {
-    decimals = std::max(decimals, 0);
-    // The largest double has 309 digits in front of the point; a sign and the point itself come on top.
-    std::string text(
-        static_cast<std::size_t>(std::numeric_limits<double>::max_exponent10) + 4 + static_cast<std::size_t>(decimals),
-        '\0');
-    char* const end =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals).ptr;
-    text.resize(static_cast<std::size_t>(end - text.data()));
-    return text;
 }
 
 }  // namespace zorv::detail

@@ -28,12 +28,11 @@ char* FormatDouble(char* out, double value, int precision);
 /// Appends the number as printf's "%.<decimals>f", padded with blanks on the left to `width`. With ' ' as `sign` a
 /// number without a minus sign gets a blank before its digits.
 void AppendFixed(std::string& text, double value, int decimals, char sign = '\0', int width = 0);
+/// The number alone, as printf's "%.<decimals>f".
+std::string FixedText(double value, int decimals);
 
 /// Decimal digits, as printf's "%d" and "%u".
 char* FormatInt(char* out, std::int64_t value);
 char* FormatUnsigned(char* out, std::uint64_t value);
-
-/// The number as printf's "%.<decimals>f". What is below 0 counts as no decimals.
-std::string FixedText(double value, int decimals);
 
 }  // namespace zorv::detail

@@ -1,0 +1,104 @@
+#include "zorv/core/notifier.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string calls;
+
+/// Notes its name when told, then does what the test wants.
+class Named : public ZoObserver {
+  public:
+    Named(char letter, ZoStandardNotifier* notifier) : ZoObserver(notifier), name(letter) {}
+    std::function<void()> then;
+
+  protected:
+    void Notify(ZoNotifyEvent*) override {
+        calls += name;
+        if (then) then();
+    }
+
+  private:
+    char name;
+};
+
+std::string Told(ZoStandardNotifier& notifier, ZoObserver* skip = nullptr) {
+    ZoNotifyEvent event{eZoNotifyChanged, &notifier, nullptr};
+    calls += std::to_string(notifier.NotifyObservers(&event, skip));
+    return std::exchange(calls, {});
+}
+
+TEST(Notifier, TellsInOrderOfRegistrationAllButOne) {
+    ZoStandardNotifier notifier;
+    ZoStandardNotifier other;
+    Named a('a', &notifier);
+    Named b('b', nullptr);
+    Named c('c', &notifier);
+    EXPECT_EQ(Told(notifier, &a), "c2");
+    b.SetNotifyParent(&notifier);
+    EXPECT_FALSE(notifier.AddObserver(&b));
+    EXPECT_FALSE(other.AddObserver(&b));
+    EXPECT_FALSE(notifier.AddObserver(nullptr));
+    EXPECT_EQ(Told(notifier), "acb3");
+    a.ChangeNotifyParent(&notifier);
+    EXPECT_EQ(Told(notifier), "acb3");
+    a.ChangeNotifyParent(&other);
+    EXPECT_EQ(Told(notifier) + Told(other), "cb2a1");
+    c.ChangeNotifyParent(nullptr);
+    EXPECT_FALSE(notifier.RemoveObserver(&c));
+    EXPECT_EQ(Told(notifier), "b1");
+    notifier.RemoveAllObservers();
+    EXPECT_EQ(b.parent, nullptr);
+    EXPECT_EQ(Told(notifier), "0");
+}
+
+TEST(Notifier, CopiesOfAnObserverHearNothing) {
+    ZoStandardNotifier notifier;
+    Named a('a', &notifier);
+    {
+        const Named copy(a);
+        ZoObserver assigned;
+        assigned = a;
+        EXPECT_EQ(copy.parent, nullptr);
+        EXPECT_EQ(assigned.parent, nullptr);
+    }
+    EXPECT_EQ(Told(notifier), "a1");
+}
+
+TEST(Notifier, ObserversMayComeAndGoWhileTold) {
+    ZoStandardNotifier notifier;
+    Named a('a', &notifier);
+    auto b = std::make_unique<Named>('b', &notifier);
+    Named c('c', &notifier);
+    Named late('d', nullptr);
+    a.then = [&] {
+        b.reset();
+        late.SetNotifyParent(&notifier);
+    };
+    EXPECT_EQ(Told(notifier), "ac3");
+    a.then = nullptr;
+    EXPECT_EQ(Told(notifier), "acd3");
+}
+
+TEST(Notifier, AnAssignedTableForgetsWhatDiesInAnyOrder) {
+    auto source = std::make_unique<ZoStandardNotifier>();
+    ZoStandardNotifier target;
+    Named a('a', source.get());
+    auto b = std::make_unique<Named>('b', source.get());
+    target = *source;
+    EXPECT_EQ(Told(target), "ab2");
+    b.reset();
+    EXPECT_EQ(Told(target) + Told(*source), "a1a1");
+    EXPECT_EQ(a.parent, source.get());
+    source.reset();
+    EXPECT_EQ(a.parent, nullptr);
+    EXPECT_TRUE(target.AddObserver(&a));
+    EXPECT_EQ(Told(target), "a1");
+}
+
+}  // namespace
