@@ -17,6 +17,7 @@
 #include "zorv/core/filter.h"
 #include "zorv/core/flag.h"
 #include "zorv/core/id_pair.h"
+#include "zorv/core/id_table.h"
 #include "zorv/core/link.h"
 #include "zorv/core/list.h"
 #include "zorv/core/list_node.h"

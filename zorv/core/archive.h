@@ -81,7 +81,7 @@ class ZORV_API CZipWrapper {
     /// Reads a value as it lies in memory; at the end of the item it stays as it is. Returns whether it was there.
     template <class T>
     requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) && (!std::is_same_v<T, wchar_t>)bool ReadValue(T& value) {
-        char bytes[sizeof(T)];
+        char bytes[sizeof(T)] = {};
         if (Read(bytes, sizeof bytes) != sizeof bytes) return false;
         if constexpr (std::is_same_v<T, bool>) {
             value = bytes[0] != 0;
