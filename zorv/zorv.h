@@ -51,6 +51,8 @@
 #include "zorv/points/coordinate_update.h"
 #include "zorv/points/generic_table.h"
 #include "zorv/points/gsi_item.h"
+#include "zorv/points/log_item.h"
+#include "zorv/points/measurement_log.h"
 #include "zorv/points/nearest_finder.h"
 #include "zorv/points/point.h"
 #include "zorv/points/point_list.h"

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <string_view>
 
+#include "zorv/core/record_text.h"
 #include "zorv/points/column_table.h"
 #include "zorv/points/point.h"
 
@@ -19,8 +23,8 @@ enum class ColumnRole : std::uint8_t {
     kCount,     ///< number of image measurements
     kName,
     kIdOrName,
-    kNumberedName,
-    kLength,  ///< worked out when written, passed when read
+    kNumberedName,  ///< a number without meaning, then the name in quotes
+    kLength,        ///< worked out when written, passed when read
     kZero,
     kSkip,
 };
@@ -29,9 +33,9 @@ enum class ColumnRole : std::uint8_t {
 struct PointColumn {
     eZoPointRWMask kind = eZoRWEnd;
     ColumnRole role = ColumnRole::kSkip;
-    int width = 0;  ///< of a written value, behind a blank
+    FieldWidth width{};  ///< of a written value
     const char* title = nullptr;
-    int titleWidth = 0;
+    FieldWidth titleWidth{};
     double ZoPoint::*real = nullptr;
     float ZoPoint::*single = nullptr;
     std::uint32_t ZoPoint::*word = nullptr;
@@ -40,8 +44,17 @@ struct PointColumn {
     bool TakesToken() const { return role != ColumnRole::kZero; }
 };
 
+/// Significant digits of every real number in a column.
+inline constexpr int kPointPrecision = 16;
+
+inline constexpr int kPointKinds = eZoRWSz + 1;
+/// The columns by their kinds; null where no column has the kind.
+extern const std::array<const PointColumn*, kPointKinds> kPointColumns;
+
 /// The column of a kind, or null for a kind that no column has.
-const PointColumn* FindPointColumn(eZoPointRWMask kind);
+inline const PointColumn* FindPointColumn(eZoPointRWMask kind) {
+    return kind >= 0 && kind < kPointKinds ? kPointColumns[static_cast<std::size_t>(kind)] : nullptr;
+}
 
 /// Calls `visit` with each column of the table until it returns false. Kinds that no column has are passed.
 template <class Visit>
@@ -52,7 +65,23 @@ void ForEachColumn(const TZoFormatTable<eZoPointRWMask>& table, Visit visit) {
     }
 }
 
-/// Reads the columns from a line in [begin, end), which is cut in place. Returns how many got a value.
+/// Sets the id from a text of digits only; any other text becomes the name, and the id is made from it. A 0 is a number
+/// only where `zeroIsId` says so.
+void SetIdOrName(ZoPoint& point, std::string_view text, bool zeroIsId);
+
+/// Numbers beyond the range of float become infinite.
+inline float ToFloat(double value) {
+    constexpr double kLargest = std::numeric_limits<float>::max();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    if (value > kLargest) return kInfinity;
+    return value < -kLargest ? -kInfinity : static_cast<float>(value);
+}
+
+/// Reads the columns from a line in [begin, end), which is followed by a zero and is cut in place. Returns how many got
+/// a value.
 int ReadPointLine(ZoPoint& point, char* begin, char* end, const TZoFormatTable<eZoPointRWMask>& table);
+
+/// Appends the columns as a stream gets them, without a line end.
+void AppendPoint(RecordText& text, const ZoPoint& point, const TZoFormatTable<eZoPointRWMask>& table);
 
 }  // namespace zorv::detail

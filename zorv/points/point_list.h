@@ -53,7 +53,7 @@ class ZORV_API ZoPointList : public TZoListHeader<ZoPoint>, public TZoFormatTabl
 
     /// Appends points from the tokens at hand, each with the list's columns, up to a `}`, which stays at hand. Returns
     /// 1. Throws ZoParserStatus at a token that fits no column; the points before it stay.
-    int Read(ZoReaderObject* object);
+    long Read(ZoReaderObject* object);
 
     /// Writes the points with the list's columns, one on a line; there is no line end behind the last.
     std::ostream& Write(std::ostream& stream) const;

@@ -1,15 +1,24 @@
+#include <cstddef>
 #include <cstdio>
 #include <memory>
+#include <ostream>
 #include <span>
+#include <sstream>
 #include <string>
 
+#include "zorv/core/platform/files.h"
+#include "zorv/core/record_text.h"
 #include "zorv/core/text_lines.h"
+#include "zorv/core/text_writer.h"
 #include "zorv/points/point_columns.h"
 #include "zorv/points/point_list.h"
 
 namespace {
 
 using Table = TZoFormatTable<eZoPointRWMask>;
+
+/// Bytes of text that go to a stream at once.
+constexpr std::size_t kWriteBlock = 64 * 1024;
 
 /// Parses each line straight into the node that the list takes. A line that gives no point leaves its node to the next.
 int ReadLines(ZoPointList& list, zorv::detail::TextLines& lines, const Table& table) {
@@ -46,4 +55,39 @@ int ZoPointList::ReadFile(std::FILE* file, const Table& table) {
     if (!file) return 0;
     zorv::detail::TextLines lines(file);
     return ReadLines(*this, lines, table);
+}
+
+std::ostream& ZoPointList::Write(std::ostream& stream) const {
+    // The line end and the indentation that Zoendl writes now; it would flush at every line.
+    std::ostringstream ended;
+    ended << Zoendl;
+    const std::string lineEnd = ended.str();
+
+    zorv::detail::RecordText text;
+    for (const ZoPoint* point = First(); point; point = point->NextConst()) {
+        zorv::detail::AppendPoint(text, *point, GetMask());
+        if (point->NextConst()) text.Text(lineEnd);
+        if (text.View().size() >= kWriteBlock) {
+            text.WriteTo(stream);
+            text.Clear();
+        }
+    }
+    text.WriteTo(stream);
+    stream.precision(zorv::detail::kPointPrecision);
+    return stream.flush();
+}
+
+int ZoPointList::WriteFile(const std::wstring& fileName) const {
+    zorv::detail::FileReplacement file(fileName);
+    Write(file.Stream());
+    return file.Commit() ? 1 : 0;
+}
+
+int ZoPointList::WriteFile(const wchar_t* fileName) const {
+    return fileName ? WriteFile(std::wstring(fileName)) : 0;
+}
+
+int ZoPointList::WriteFile(const std::wstring& fileName, const Table& table) {
+    SetMask(table);
+    return WriteFile(fileName);
 }

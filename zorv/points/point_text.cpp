@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -20,16 +21,8 @@ using Table = TZoFormatTable<eZoPointRWMask>;
 constexpr char kQuote = '"';
 constexpr zorv::detail::DelimiterSet kDelimiters(" \t;,");
 
-/// Numbers beyond the range of float become infinite.
-float ToFloat(double value) {
-    if (std::isfinite(value) && std::abs(value) > std::numeric_limits<float>::max()) {
-        value = std::copysign(std::numeric_limits<double>::infinity(), value);
-    }
-    return static_cast<float>(value);
-}
-
 bool IsAllDigits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 std::uint32_t ParseId(std::string_view text) {
@@ -62,11 +55,6 @@ short ControlFlagsFrom(std::string_view text) {
     return static_cast<short>(flags);
 }
 
-void SetNameAndId(ZoPoint& point, std::string_view text) {
-    point.name = string2wstring(std::string(text));
-    point.id = zorv::detail::IdFromName(text);
-}
-
 /// Stores the text of a field in the column's place.
 void StoreText(ZoPoint& point, const PointColumn& column, std::string_view text) {
     using namespace zorv::detail;
@@ -94,11 +82,7 @@ void StoreText(ZoPoint& point, const PointColumn& column, std::string_view text)
             point.name = string2wstring(std::string(text));
             break;
         case ColumnRole::kIdOrName:
-            if (const std::uint32_t number = ParseId(text); number != 0 && IsAllDigits(text)) {
-                point.id = number;
-            } else {
-                SetNameAndId(point, text);
-            }
+            SetIdOrName(point, text, false);
             break;
         case ColumnRole::kNumberedName:
         case ColumnRole::kLength:
@@ -108,27 +92,70 @@ void StoreText(ZoPoint& point, const PointColumn& column, std::string_view text)
     }
 }
 
-/// Moves to the next field and tells whether it is a quoted one.
-bool IsQuoteNext(const char* at, const char* end) {
-    while (at != end && kDelimiters(*at))
-        ++at;
-    return at != end && *at == kQuote;
+/// The fields of a line that ends with a zero.
+class LineFields {
+  public:
+    LineFields(char* begin, char* lineEnd) : at(begin), end(lineEnd) {}
+
+    /// Moves to the next field; false when there is none.
+    bool Advance() {
+        while (kDelimiters(*at))
+            ++at;
+        return *at != 0;
+    }
+    bool IsQuoted() const { return *at == kQuote; }
+
+    /// Takes the field when the whole of it is a plain number of that type, without looking for its end first.
+    template <class Number>
+    bool TakeNumber(Number& value) {
+        const auto [behind, error] = std::from_chars(at, end, value);
+        if (error != std::errc() || (*behind != 0 && !kDelimiters(*behind))) return false;
+        at += behind - at;
+        return true;
+    }
+
+    std::string_view TakeText() {
+        zorv::detail::FieldSplitter splitter(at, kDelimiters, kQuote);
+        const std::string_view text = splitter.Next();
+        at = splitter.Position();
+        return text;
+    }
+
+  private:
+    char* at;
+    char* end;
+};
+
+void ReadField(ZoPoint& point, const PointColumn& column, LineFields& fields) {
+    if (column.role == ColumnRole::kReal && fields.TakeNumber(point.*column.real)) return;
+    if (column.role == ColumnRole::kUnsigned && fields.TakeNumber(point.*column.word)) return;
+    StoreText(point, column, fields.TakeText());
+    // The name stands directly behind its number.
+    if (column.role == ColumnRole::kNumberedName && fields.Advance() && fields.IsQuoted()) {
+        point.name = string2wstring(std::string(fields.TakeText()));
+    }
 }
 
 }  // namespace
 
 namespace zorv::detail {
 
+void SetIdOrName(ZoPoint& point, std::string_view text, bool zeroIsId) {
+    const std::uint32_t number = ParseId(text);
+    if (IsAllDigits(text) && (number != 0 || zeroIsId)) {
+        point.id = number;
+    } else {
+        point.name = string2wstring(std::string(text));
+        point.id = IdFromName(text);
+    }
+}
+
 int ReadPointLine(ZoPoint& point, char* begin, char* end, const Table& table) {
-    FieldSplitter fields(begin, end, kDelimiters, kQuote);
+    LineFields fields(begin, end);
     int consumed = 0;
     ForEachColumn(table, [&](const PointColumn& column) {
-        const std::string_view text = fields.Next();
-        if (!text.data()) return false;
-        StoreText(point, column, text);
-        if (column.role == ColumnRole::kNumberedName && IsQuoteNext(fields.Position(), end)) {
-            point.name = string2wstring(std::string(fields.Next()));
-        }
+        if (!fields.Advance()) return false;
+        ReadField(point, column, fields);
         ++consumed;
         return true;
     });
@@ -154,5 +181,7 @@ int ZoPoint::Read(char* line, const Table& table) {
     while (text.ends_with('\r') || text.ends_with('\n'))
         text.remove_suffix(1);
     char* begin = line + (text.data() - line);
-    return zorv::detail::ReadPointLine(*this, begin, begin + text.size(), table);
+    char* end = begin + text.size();
+    *end = 0;
+    return zorv::detail::ReadPointLine(*this, begin, end, table);
 }

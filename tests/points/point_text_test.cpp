@@ -1,0 +1,236 @@
+#include <fstream>
+#include <initializer_list>
+#include <sstream>
+
+#include "tests/support/temp_folder.h"
+#include <gtest/gtest.h>
+
+#include "zorv/core/reader.h"
+#include "zorv/core/text_writer.h"
+#include "zorv/points/point_list.h"
+
+namespace {
+
+using Table = TZoFormatTable<eZoPointRWMask>;
+
+Table Columns(std::initializer_list<int> kinds) {
+    Table table;
+    for (int kind : kinds)
+        table.columns.Add(eZoPointRWMask(kind));
+    return table;
+}
+
+ZoPoint FullPoint() {
+    ZoPoint point(17, 1.5, -2.0, 3.25, 5);
+    point.name = L"Wänd \"2\"\n";
+    point.flags = 4294967295U;
+    point.photoId = 8;
+    point.cameraId = 9;
+    point.dx = 3.0;
+    point.dy = 4.0;
+    point.dz = 12.0;
+    point.residualX = 0.1;
+    point.vx = 0.5F;
+    point.imoCount = 65535;
+    point.color = 0xffffffffU;
+    return point;
+}
+
+std::string Written(const ZoPoint& point, const Table& table) {
+    std::ostringstream stream;
+    point.Write(stream, table);
+    return stream.str();
+}
+
+int ReadLine(ZoPoint& point, std::string line, std::initializer_list<int> kinds) {
+    return point.Read(line.data(), Columns(kinds));
+}
+
+TEST(PointText, EachColumnHasItsWidthAndTitle) {
+    const struct {
+        int kind;
+        const char* title;
+        const char* text;
+    } rows[] = {
+        {1, "          #", "         17"},
+        {2, "                  Name", " \"W\xC3\xA4nd '2' \"         "},
+        {3, "", ""},
+        {4, "       Flag", "            4294967295"},
+        {5, " Code", "   13"},
+        {6, " Code", "    5"},
+        {7, "         PP", "     0 \"W\xC3\xA4nd '2' \""},
+        {8, "      Photo", "          8"},
+        {9, "     Camera", "          9"},
+        {11, "                     Y", "                    -2"},
+        {14, "                       dy", "                        4"},
+        {16, "                       dS", "                       13"},
+        {17, "                     Redu", "                      0.1"},
+        {20, "      Color", "                    -1"},
+        {24, "       nImo", "      65535"},
+        {25, "                    vx", "                   0.5"},
+        {28, "", "        0"},
+        {29, "               Residual x", "                      0.1"},
+        {32, "", ""},
+        {107, "                       Sz", "                       12"},
+        {21, "", ""},
+        {-1, "", ""},
+        {108, "", ""},
+    };
+    for (const auto& row : rows) {
+        std::ostringstream title;
+        title << Columns({row.kind});
+        EXPECT_EQ(title.str(), row.title) << row.kind;
+        EXPECT_EQ(Written(FullPoint(), Columns({row.kind})), row.text) << row.kind;
+    }
+    EXPECT_EQ(Written(FullPoint(), Columns({28, 0, 1})), "        0");
+}
+
+TEST(PointText, LinesAreCutAtAnyMixOfDelimiters) {
+    ZoPoint point;
+    EXPECT_EQ(ReadLine(point, "\xEF\xBB\xBF 7;;\t\"Point 1, a\",1.5 ;-2e3 left over\r\n", {1, 2, 10, 11}), 4);
+    EXPECT_EQ(point.id, 7u);
+    EXPECT_EQ(point.name, L"Point 1, a");
+    EXPECT_EQ(point.x, 1.5);
+    EXPECT_EQ(point.y, -2000.0);
+    EXPECT_EQ(ReadLine(point, " ; ,\r\n", {1, 2}), 0);
+
+    ZoPoint odd;
+    EXPECT_EQ(ReadLine(odd, "5.9 +1e2 0x10 1e999 junk \"3\" \"open end", {1, 10, 11, 12, 13, 14, 2}), 7);
+    EXPECT_EQ(odd.id, 5u);
+    EXPECT_EQ(odd.x, 100.0);
+    EXPECT_EQ(odd.y, 16.0);
+    EXPECT_EQ(odd.z, HUGE_VAL);
+    EXPECT_EQ(odd.dx, 0.0);
+    EXPECT_EQ(odd.dy, 3.0);
+    EXPECT_EQ(odd.name, L"open end");
+    EXPECT_EQ(ReadLine(odd, "-1 4294967295 99999999999 70000 1e300", {20, 4, 1, 24, 25}), 5);
+    EXPECT_EQ(odd.color, 0xffffffffU);
+    EXPECT_EQ(odd.flags, 4294967295U);
+    EXPECT_EQ(odd.id, 4294967295U);
+    EXPECT_EQ(odd.imoCount, 70000 - 65536);
+    EXPECT_EQ(odd.vx, HUGE_VALF);
+}
+
+TEST(PointText, IdOrNameTakesDigitsForTheNumber) {
+    ZoPoint first;
+    ReadLine(first, "Qx12 1.0 2.0", {3, 10, 11});
+    ZoPoint second;
+    ReadLine(second, "Qx13 1.0 2.0", {3, 10, 11});
+    EXPECT_EQ(first.name, L"Qx12");
+    EXPECT_EQ(second.id, first.id + 1);
+    EXPECT_EQ(first.id % 1000, 12u);
+    ZoPoint number;
+    ReadLine(number, "12 1.0 2.0", {3, 10, 11});
+    EXPECT_EQ(number.id, 12u);
+    EXPECT_TRUE(number.name.empty());
+    ZoPoint zero;
+    ReadLine(zero, "0 1.0", {3, 10});
+    EXPECT_EQ(zero.name, L"0");
+    EXPECT_EQ(zero.id, 0u);
+}
+
+/// The points of a block `K { text }`, read with the columns; the number of errors follows.
+struct TaggedRead : LinkHdl {
+    TaggedRead(const std::string& text, const Table& table) : list(table) {
+        ZoReader reader(folder.Write("block.txt", "K {" + text));
+        reader.RegisterObject(ZoReaderObject("K", Link(&list, &ZoPointList::Read)));
+        reader.RegisterObject(ZoReaderObject("AFTER", &after));
+        reader.DoProcess(false);
+        errors = reader.GetReadErrorCount();
+    }
+    TempFolder folder;
+    ZoPointList list;
+    int after = 0;
+    int errors = 0;
+};
+
+TEST(PointText, WrittenColumnsReadBack) {
+    const Table table = Columns({1, 7, 2, 4, 5, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 20, 24, 25, 28, 6});
+    const ZoPoint point = FullPoint();
+    ZoPoint fromLine;
+    EXPECT_EQ(fromLine.Read(Written(point, table).data(), table), table.Size());
+    // The tagged record has no token for the written 0.
+    const Table tagged = Columns({1, 7, 2, 4, 5, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 20, 24, 25, 28});
+    TaggedRead block(Written(point, Columns({1, 7, 2, 4, 5, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 20, 24, 25})) + "\n" +
+                         Written(ZoPoint(18, 0, 0, 0, 0),
+                                 Columns({1, 7, 2, 4, 5, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 20, 24, 25})) +
+                         "}\nAFTER 3",
+                     tagged);
+    EXPECT_EQ(block.errors, 0);
+    EXPECT_EQ(block.after, 3);
+    ASSERT_EQ(block.list.Count(), 2);
+    const Table all = Columns({1, 2, 4, 6, 8, 9, 10, 11, 12, 13, 14, 15, 17, 20, 24, 25});
+    EXPECT_EQ(Written(fromLine, all), Written(point, all));
+    EXPECT_EQ(Written(*block.list.First(), all), Written(point, all));
+}
+
+TEST(PointText, TaggedRecordsStopWhereATokenDoesNotFit) {
+    const struct {
+        const char* text;
+        std::initializer_list<int> kinds;
+        int points;
+        int errors;
+        int after;
+    } rows[] = {
+        {"1 2 3 4}\nAFTER 3", {1, 10}, 2, 0, 3},
+        {"1 2 3 x}\nAFTER 3", {1, 10}, 1, 1, 0},
+        {"1 2 3", {1, 10}, 1, 0, 0},   // end of file
+        {"}\nAFTER 3", {3}, 0, 0, 3},  // neither name nor skipped value is a brace
+        {"A1 7 \"x y\" 1.5}\nAFTER 3", {3}, 4, 0, 3},
+        {"1 any 2 \"x\"}\nAFTER 3", {1, 32}, 2, 0, 3},
+        {"1 {2} 3}\nAFTER 3", {32}, 1, 1, 0},
+        {"", {32}, 0, 0, 0},
+        {"1 {2} 3}\nAFTER 3", {}, 0, 0, 3},  // no column that takes a token
+        {"}\nAFTER 3", {28, 99}, 0, 0, 3},
+        {"1 2", {28}, 0, 0, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        const TaggedRead block(row.text, Columns(row.kinds));
+        EXPECT_EQ(block.list.Count(), row.points);
+        EXPECT_EQ(block.errors, row.errors);
+        EXPECT_EQ(block.after, row.after);
+    }
+}
+
+TEST(PointText, FilesGiveTheLinesThatHaveANumber) {
+    const TempFolder folder;
+    const std::string longName(9000, 'n');
+    const std::wstring file = folder.Write("a.coo",
+                                           "\xEF\xBB\xBF"
+                                           "1 1.5\r\n;comment\r\n\r\n\"" +
+                                               longName + "\" 2.5\n3 4 rest\n0 7\n4");
+    ZoPointList list(file, Columns({3, 10}));
+    EXPECT_EQ(list.ReadFile(file, Columns({1, 10})), 3);
+    ASSERT_EQ(list.Count(), 8);  // comment, the long name, 1, 3 and 4, then the last three again
+    EXPECT_EQ(list.Get(1)->name, L"comment");
+    EXPECT_EQ(list.Get(2)->name.size(), longName.size());
+    EXPECT_EQ(list.Get(2)->x, 2.5);
+    EXPECT_EQ(list.Last()->id, 4u);
+    EXPECT_EQ(list.Last()->x, 0.0);
+    EXPECT_EQ(list.GetMask()[0], eZoRWId);
+    EXPECT_EQ(list.ReadFile(folder.Name("missing.coo"), Columns({5})), 0);
+    EXPECT_EQ(list.GetMask().Size(), 2);
+}
+
+TEST(PointText, CoordinateFilesHaveOneLineForEachPoint) {
+    const TempFolder folder;
+    ZoPointList list;
+    const std::wstring file = folder.Name("a.coo");
+    EXPECT_EQ(list.WriteFile(file, Columns({1, 5, 10, 11, 12})), 1);
+    EXPECT_EQ(folder.Read("a.coo"), "");
+    list.Add(ZoPoint(17, 1012.345, 2034.5, 99.125, 7));
+    list.Add(ZoPoint(18, 5, 6.25, 7, 0));
+    const std::string first = "         17  123              1012.345                2034.5                99.125\n";
+    const std::string second = "         18    0                     5                  6.25                     7";
+    EXPECT_EQ(list.WriteFile(file), 1);
+    EXPECT_EQ(folder.Read("a.coo"), first + second);
+    std::ostringstream nested;
+    nested << ZoTabPlus;
+    list.Write(nested) << ZoTabMinus;
+    EXPECT_EQ(nested.str(), first + "    " + second);
+    EXPECT_EQ(list.WriteFile(folder.Name("none/a.coo")), 0);
+    EXPECT_EQ(list.WriteFile(static_cast<const wchar_t*>(nullptr)), 0);
+}
+
+}  // namespace
