@@ -1,0 +1,188 @@
+#include "zorv/math/bounding_box3d.h"
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+#include "tests/support/temp_folder.h"
+#include <gtest/gtest.h>
+
+#include "zorv/core/archive.h"
+#include "zorv/math/aligned_box3d.h"
+#include "zorv/points/point_list.h"
+
+namespace {
+
+constexpr double kUnset = std::numeric_limits<double>::max();
+constexpr double kRounding = 1e-12;  // a few roundings of numbers around 10
+
+void ExpectBounds(const ZoBoundingBox3d& box, double x0, double y0, double z0, double x1, double y1, double z1) {
+    const double bounds[] = {box.Xmin(), box.Ymin(), box.Zmin(), box.Xmax(), box.Ymax(), box.Zmax()};
+    const double expected[] = {x0, y0, z0, x1, y1, z1};
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(bounds[i], expected[i]) << i;
+}
+
+TEST(BoundingBox3d, ResetBoxIsInvalidAndChangesNothing) {
+    ZoBoundingBox3d empty;
+    empty.Move(1, 1, 1);
+    ExpectBounds(empty, kUnset, kUnset, kUnset, -kUnset, -kUnset, -kUnset);
+    EXPECT_EQ(empty.Center().x(), 0.0);
+    ZoBoundingBox3d box(3, 0, 9, 1, 5, 7);
+    box.Union(empty);
+    EXPECT_EQ(box.GetCount(), 0u);
+    ExpectBounds(box, 1, 0, 7, 3, 5, 9);
+    EXPECT_FALSE(box.SameSize(empty, 100));
+    box.SetXmin(kUnset);
+    EXPECT_FALSE(box.IsValid());
+    EXPECT_EQ(box.Center().z(), 0.0);
+}
+
+TEST(BoundingBox3d, UpdatesWidenAndCount) {
+    ZoBoundingBox3d box;
+    box.Update(1, 2, 3);
+    box.Update({-1, std::nan(""), 4});
+    ExpectBounds(box, -1, 2, 3, 1, 2, 4);
+    ZoBoundingBox3d other;
+    for (int i = 0; i < 5; ++i)
+        other.Update(i, 1, 1);
+    box.Union(other);
+    EXPECT_EQ(box.GetCount(), 3u);
+    ExpectBounds(box, -1, 1, 1, 4, 2, 4);
+    EXPECT_EQ(box.GetMin(), 1.0);
+    EXPECT_EQ(box.GetMax(), 5.0);
+    EXPECT_EQ(box.GetVol(), 15.0);
+    EXPECT_EQ(box.Center().x(), 1.5);
+}
+
+TEST(BoundingBox3d, FacesBelongToTheBox) {
+    const ZoBoundingBox3d box(0, 0, 0, 1, 2, 3);
+    EXPECT_TRUE(box.IsInBox({1, 2, 3}));
+    EXPECT_TRUE(box.IsInBox(0, 0, 0));
+    EXPECT_FALSE(box.IsInBox(1, 2, std::nextafter(3, 4)));
+    EXPECT_FALSE(box.IsInYZ(-0.1, 3));
+    EXPECT_TRUE(box.IsInXZ(1, 3));
+    EXPECT_FALSE(box.IsInBox(std::nan(""), 1, 1));
+}
+
+TEST(BoundingBox3d, SharedFacesOverlapOnlyWhenTouchingCounts) {
+    const ZoBoundingBox3d box(0, 0, 0, 1, 1, 1);
+    struct {
+        ZoBoundingBox3d other;
+        bool touching, strict, touchingXY;
+    } const cases[] = {{{1, 0, 0, 2, 1, 1}, true, false, true},
+                       {{-1, 0, 0, 0, 1, 1}, true, false, true},
+                       {{0.5, 0.5, 0.5, 2, 2, 2}, true, true, true},
+                       {{0.5, 0.5, 1.5, 2, 2, 2}, false, false, true},
+                       {{0.5, 1.5, 0.5, 2, 2, 2}, false, false, false}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(box.Overlap(c.other, true), c.touching);
+        EXPECT_EQ(c.other.Overlap(box, true), c.touching);
+        EXPECT_EQ(box.Overlap(c.other, false), c.strict);
+        EXPECT_EQ(c.other.Overlap(box, false), c.strict);
+        EXPECT_EQ(box.OverlapXY(c.other, true), c.touchingXY);
+    }
+    ZoBoundingBox3d swapped = box;
+    swapped.SetXmin(1);
+    swapped.SetXmax(0);
+    EXPECT_TRUE(swapped.Overlap(cases[2].other, false));
+    EXPECT_TRUE(box.OverlapYZ({7, 0, 0, 8, 1, 1}, false));
+}
+
+TEST(BoundingBox3d, BoundsMoveUpToTheOppositeOnes) {
+    ZoBoundingBox3d box(0, 0, 0, 4, 4, 4);
+    box.MoveXmax(-3);
+    box.MoveYmax(-5);
+    box.MoveZmin(4.5);
+    box.MoveXmin(-1);
+    ExpectBounds(box, -1, 0, 4, 1, 0, 4);
+    box.Swell(1);
+    box.AddFrame(0, 1, 2);
+    box.Move(10, 0, 0);
+    ExpectBounds(box, 8, -2, 1, 12, 2, 7);
+    box.Scale(2);
+    ExpectBounds(box, 16, -4, 2, 24, 4, 14);
+}
+
+TEST(BoundingBox3d, ComparesSizesAndEnclosure) {
+    const ZoBoundingBox3d box(0, 0, 0, 10, 10, 10);
+    EXPECT_TRUE(box.SameSize({5, 5, 5, 14, 15, 15}, 0.1));
+    EXPECT_FALSE(box.SameSize({5, 5, 5, 13, 15, 15}, 0.1));
+    EXPECT_FALSE(box.CheckMax({1, 1, 1, 9, 9, 9}));
+    EXPECT_TRUE(box.CheckMax({0, 1, 1, 9, 9, 9}));
+    EXPECT_TRUE(box.CheckMax({1, 1, 1, 9, 10, 9}));
+}
+
+/// One item that holds a box.
+class BoxArchive : public CZipWrapper {
+  public:
+    using CZipWrapper::CZipWrapper;
+    void WriteItem() override { box.WriteV9(this); }
+    ZoBoundingBox3d box;
+};
+
+TEST(BoundingBox3d, ArchiveRecordHasFiftyTwoBytes) {
+    const TempFolder folder;
+    ZoBoundingBox3d box(1, 2, 3, 4, 5, 6);
+    box.count = 0x01020304;
+    {
+        BoxArchive archive(folder.Name("box.zip"), true);
+        archive.box = box;
+        archive.SzAdd(L"box");
+        archive.SzClose();
+    }
+    BoxArchive archive(folder.Name("box.zip"), false);
+    ZIPENTRY entry;
+    ASSERT_NE(archive.UnzipItem(L"box", &entry), nullptr);
+    const std::size_t size = archive.ReadBytesLeft();
+    EXPECT_EQ(std::string(archive.buffer.get() + 40, 12), std::string("\0\0\0\0\0\0\x18@\4\3\2\1", 12));  // 6.0, count
+    archive.box.ReadV9(&archive);
+    EXPECT_EQ(size - archive.ReadBytesLeft(), 52u);
+    ExpectBounds(archive.box, 1, 2, 3, 4, 5, 6);
+    EXPECT_EQ(archive.box.count, box.count);
+}
+
+TEST(BoundingBox3d, PointListsCountTheirPointsInUse) {
+    ZoPointList points;
+    for (unsigned int id = 1; id <= 4; ++id) {
+        ZoPoint point(id, id, 10.0 * id, -1.0 * id, 0);
+        point.SetFlag(id);
+        points.Add(point);
+    }
+    ZoBoundingBox3d box(0, 0, 0, 99, 99, 99);
+    points.CalcBoundingBox(box, true);
+    EXPECT_EQ(box.GetCount(), 4u);
+    ExpectBounds(box, 1, 10, -4, 4, 40, -1);
+    points.CalcBoundingBox(box, false);  // flags 1, 3 and 4, not 2
+    EXPECT_EQ(box.GetCount(), 3u);
+    points.Destroy();
+    points.CalcBoundingBox(box, true);
+    EXPECT_FALSE(box.IsValid());
+}
+
+TEST(AlignedBox3d, CornersComeOutInWorldCoordinates) {
+    const double turn = std::numbers::pi / 6;
+    const ZoFrame3d frame({100, 200, 300}, {std::cos(turn), std::sin(turn), 0}, {-std::sin(turn), std::cos(turn), 0},
+                          ZoVector3d::ZAxis);
+    ZoAlignedBoundingBox3d box(ZoAffinMap3d::Inv(ZoAffinMap3d(frame)));
+    EXPECT_FALSE(box.IsValid());
+    const double corners[8][3] = {{0, 0, 0}, {4, 0, 0}, {4, 2, 0}, {0, 2, 0},
+                                  {0, 0, 1}, {4, 0, 1}, {4, 2, 1}, {0, 2, 1}};
+    for (const auto& c : corners)
+        box.Update(ZoPoint3d(frame, c[0], c[1], c[2]));
+    EXPECT_EQ(box.Box().GetCount(), 8u);
+    EXPECT_NEAR(box.GetVol(), 8.0, 1e-11);  // the coordinates are around 300
+    EXPECT_NEAR(box.GetWidth(), 4.0, kRounding);
+    for (int i = 0; i < 8; ++i)
+        EXPECT_TRUE(box.GetPoint(i).IsSame(ZoPoint3d(frame, corners[i][0], corners[i][1], corners[i][2]), kRounding))
+            << i;
+    for (const int none : {-1, 8})
+        EXPECT_TRUE(box.GetPoint(none).IsSame({100, 200, 300}, kRounding));
+    EXPECT_TRUE(box.IsInBox(ZoPoint3d(frame, 3.9, 1.9, 0.9)));
+    EXPECT_FALSE(box.IsInBox(ZoPoint3d(frame, 3.9, 2.1, 0.9)));
+    box.SetMap(ZoAffinMap3d::Scale(0, 1, 1));
+    EXPECT_FALSE(box.IsValid());
+    EXPECT_EQ(box.inverse[0][0], 0.0);
+}
+
+}  // namespace
