@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
@@ -14,7 +13,7 @@
 namespace {
 
 constexpr double kUnset = std::numeric_limits<double>::max();
-constexpr double kRounding = 1e-12;  // a few roundings of numbers around 10
+constexpr double kRounding = 1e-12;  // of coordinates around 300
 
 void ExpectBounds(const ZoBoundingBox3d& box, double x0, double y0, double z0, double x1, double y1, double z1) {
     const double bounds[] = {box.Xmin(), box.Ymin(), box.Zmin(), box.Xmax(), box.Ymax(), box.Zmax()};
@@ -27,7 +26,6 @@ TEST(BoundingBox3d, ResetBoxIsInvalidAndChangesNothing) {
     ZoBoundingBox3d empty;
     empty.Move(1, 1, 1);
     ExpectBounds(empty, kUnset, kUnset, kUnset, -kUnset, -kUnset, -kUnset);
-    EXPECT_EQ(empty.Center().x(), 0.0);
     ZoBoundingBox3d box(3, 0, 9, 1, 5, 7);
     box.Union(empty);
     EXPECT_EQ(box.GetCount(), 0u);
@@ -39,11 +37,10 @@ TEST(BoundingBox3d, ResetBoxIsInvalidAndChangesNothing) {
 }
 
 TEST(BoundingBox3d, UpdatesWidenAndCount) {
-    ZoBoundingBox3d box;
+    ZoBoundingBox3d box, other;
     box.Update(1, 2, 3);
     box.Update({-1, std::nan(""), 4});
     ExpectBounds(box, -1, 2, 3, 1, 2, 4);
-    ZoBoundingBox3d other;
     for (int i = 0; i < 5; ++i)
         other.Update(i, 1, 1);
     box.Union(other);
@@ -55,23 +52,15 @@ TEST(BoundingBox3d, UpdatesWidenAndCount) {
     EXPECT_EQ(box.Center().x(), 1.5);
 }
 
-TEST(BoundingBox3d, FacesBelongToTheBox) {
-    const ZoBoundingBox3d box(0, 0, 0, 1, 2, 3);
-    EXPECT_TRUE(box.IsInBox({1, 2, 3}));
-    EXPECT_TRUE(box.IsInBox(0, 0, 0));
-    EXPECT_FALSE(box.IsInBox(1, 2, std::nextafter(3, 4)));
-    EXPECT_FALSE(box.IsInYZ(-0.1, 3));
-    EXPECT_TRUE(box.IsInXZ(1, 3));
-    EXPECT_FALSE(box.IsInBox(std::nan(""), 1, 1));
-}
-
-TEST(BoundingBox3d, SharedFacesOverlapOnlyWhenTouchingCounts) {
+TEST(BoundingBox3d, FacesBelongToTheBoxAndOverlapOnlyWhenTouchingCounts) {
     const ZoBoundingBox3d box(0, 0, 0, 1, 1, 1);
+    EXPECT_TRUE(box.IsInBox({1, 1, 0}));
+    EXPECT_FALSE(box.IsInBox(1, 1, std::nextafter(1, 2)));
+    EXPECT_FALSE(box.IsInYZ(-0.1, 1));
     struct {
         ZoBoundingBox3d other;
         bool touching, strict, touchingXY;
     } const cases[] = {{{1, 0, 0, 2, 1, 1}, true, false, true},
-                       {{-1, 0, 0, 0, 1, 1}, true, false, true},
                        {{0.5, 0.5, 0.5, 2, 2, 2}, true, true, true},
                        {{0.5, 0.5, 1.5, 2, 2, 2}, false, false, true},
                        {{0.5, 1.5, 0.5, 2, 2, 2}, false, false, false}};
@@ -85,8 +74,11 @@ TEST(BoundingBox3d, SharedFacesOverlapOnlyWhenTouchingCounts) {
     ZoBoundingBox3d swapped = box;
     swapped.SetXmin(1);
     swapped.SetXmax(0);
-    EXPECT_TRUE(swapped.Overlap(cases[2].other, false));
-    EXPECT_TRUE(box.OverlapYZ({7, 0, 0, 8, 1, 1}, false));
+    EXPECT_TRUE(swapped.Overlap(cases[1].other, false));
+    EXPECT_TRUE(box.SameSize({0, 0, 0, 1, 0.9, 1}, 0.2));
+    EXPECT_FALSE(box.SameSize({0, 0, 0, 1, 0.7, 1}, 0.2));
+    EXPECT_TRUE(box.CheckMax({0.1, 0.1, 0, 0.9, 0.9, 0.9}));
+    EXPECT_FALSE(box.CheckMax({0.1, 0.1, 0.1, 0.9, 0.9, 0.9}));
 }
 
 TEST(BoundingBox3d, BoundsMoveUpToTheOppositeOnes) {
@@ -99,18 +91,8 @@ TEST(BoundingBox3d, BoundsMoveUpToTheOppositeOnes) {
     box.Swell(1);
     box.AddFrame(0, 1, 2);
     box.Move(10, 0, 0);
-    ExpectBounds(box, 8, -2, 1, 12, 2, 7);
     box.Scale(2);
     ExpectBounds(box, 16, -4, 2, 24, 4, 14);
-}
-
-TEST(BoundingBox3d, ComparesSizesAndEnclosure) {
-    const ZoBoundingBox3d box(0, 0, 0, 10, 10, 10);
-    EXPECT_TRUE(box.SameSize({5, 5, 5, 14, 15, 15}, 0.1));
-    EXPECT_FALSE(box.SameSize({5, 5, 5, 13, 15, 15}, 0.1));
-    EXPECT_FALSE(box.CheckMax({1, 1, 1, 9, 9, 9}));
-    EXPECT_TRUE(box.CheckMax({0, 1, 1, 9, 9, 9}));
-    EXPECT_TRUE(box.CheckMax({1, 1, 1, 9, 10, 9}));
 }
 
 /// One item that holds a box.
@@ -118,28 +100,24 @@ class BoxArchive : public CZipWrapper {
   public:
     using CZipWrapper::CZipWrapper;
     void WriteItem() override { box.WriteV9(this); }
-    ZoBoundingBox3d box;
+    ZoBoundingBox3d box{1, 2, 3, 4, 5, 6};
 };
 
 TEST(BoundingBox3d, ArchiveRecordHasFiftyTwoBytes) {
     const TempFolder folder;
-    ZoBoundingBox3d box(1, 2, 3, 4, 5, 6);
-    box.count = 0x01020304;
-    {
-        BoxArchive archive(folder.Name("box.zip"), true);
-        archive.box = box;
-        archive.SzAdd(L"box");
-        archive.SzClose();
-    }
-    BoxArchive archive(folder.Name("box.zip"), false);
+    BoxArchive out(folder.Name("box.zip"), true), in;
+    out.box.count = 0x01020304;
+    out.SzAdd(L"box");
+    out.SzClose();
+    ASSERT_TRUE(in.SzOpen(folder.Name("box.zip"), false));
     ZIPENTRY entry;
-    ASSERT_NE(archive.UnzipItem(L"box", &entry), nullptr);
-    const std::size_t size = archive.ReadBytesLeft();
-    EXPECT_EQ(std::string(archive.buffer.get() + 40, 12), std::string("\0\0\0\0\0\0\x18@\4\3\2\1", 12));  // 6.0, count
-    archive.box.ReadV9(&archive);
-    EXPECT_EQ(size - archive.ReadBytesLeft(), 52u);
-    ExpectBounds(archive.box, 1, 2, 3, 4, 5, 6);
-    EXPECT_EQ(archive.box.count, box.count);
+    ASSERT_NE(in.UnzipItem(L"box", &entry), nullptr);
+    EXPECT_EQ(std::string(in.buffer.get() + 40, 12), std::string("\0\0\0\0\0\0\x18@\4\3\2\1", 12));  // 6.0, count
+    in.box.Reset();
+    in.box.ReadV9(&in);
+    EXPECT_EQ(in.position, 52u);
+    ExpectBounds(in.box, 1, 2, 3, 4, 5, 6);
+    EXPECT_EQ(in.box.count, out.box.count);
 }
 
 TEST(BoundingBox3d, PointListsCountTheirPointsInUse) {
@@ -155,29 +133,19 @@ TEST(BoundingBox3d, PointListsCountTheirPointsInUse) {
     ExpectBounds(box, 1, 10, -4, 4, 40, -1);
     points.CalcBoundingBox(box, false);  // flags 1, 3 and 4, not 2
     EXPECT_EQ(box.GetCount(), 3u);
-    points.Destroy();
-    points.CalcBoundingBox(box, true);
-    EXPECT_FALSE(box.IsValid());
 }
 
 TEST(AlignedBox3d, CornersComeOutInWorldCoordinates) {
-    const double turn = std::numbers::pi / 6;
-    const ZoFrame3d frame({100, 200, 300}, {std::cos(turn), std::sin(turn), 0}, {-std::sin(turn), std::cos(turn), 0},
-                          ZoVector3d::ZAxis);
+    const ZoFrame3d frame({100, 200, 300}, {0.6, 0.8, 0}, {-0.8, 0.6, 0}, ZoVector3d::ZAxis);
     ZoAlignedBoundingBox3d box(ZoAffinMap3d::Inv(ZoAffinMap3d(frame)));
-    EXPECT_FALSE(box.IsValid());
     const double corners[8][3] = {{0, 0, 0}, {4, 0, 0}, {4, 2, 0}, {0, 2, 0},
                                   {0, 0, 1}, {4, 0, 1}, {4, 2, 1}, {0, 2, 1}};
     for (const auto& c : corners)
         box.Update(ZoPoint3d(frame, c[0], c[1], c[2]));
-    EXPECT_EQ(box.Box().GetCount(), 8u);
-    EXPECT_NEAR(box.GetVol(), 8.0, 1e-11);  // the coordinates are around 300
-    EXPECT_NEAR(box.GetWidth(), 4.0, kRounding);
+    EXPECT_NEAR(box.GetVol(), 8.0, 8 * kRounding);
     for (int i = 0; i < 8; ++i)
-        EXPECT_TRUE(box.GetPoint(i).IsSame(ZoPoint3d(frame, corners[i][0], corners[i][1], corners[i][2]), kRounding))
-            << i;
-    for (const int none : {-1, 8})
-        EXPECT_TRUE(box.GetPoint(none).IsSame({100, 200, 300}, kRounding));
+        EXPECT_TRUE(box.GetPoint(i).IsSame(ZoPoint3d(frame, corners[i][0], corners[i][1], corners[i][2]), kRounding));
+    EXPECT_TRUE(box.GetPoint(8).IsSame({100, 200, 300}, kRounding));
     EXPECT_TRUE(box.IsInBox(ZoPoint3d(frame, 3.9, 1.9, 0.9)));
     EXPECT_FALSE(box.IsInBox(ZoPoint3d(frame, 3.9, 2.1, 0.9)));
     box.SetMap(ZoAffinMap3d::Scale(0, 1, 1));

@@ -7,9 +7,9 @@
 
 /// Running mean of points.
 ///
-/// The mean is updated by (count mean + n value) / (count + n) and carries one rounding per update. For coordinates
-/// around 5,000,000 one update is good to about 2e-9, and the error grows with the square root of the number of updates
-/// at best: 1e-6 holds for some ten thousand points. For more, add differences to a point nearby and Move the result.
+/// The mean is updated by (count mean + n value) / (count + n) and carries a rounding from each update. For coordinates
+/// around 5,000,000 that adds up to less than 1e-6 over a hundred thousand points, but to some 1e-5 over a million. For
+/// more points add differences to a point nearby and Move the result.
 class ZORV_API ZoCenterPoint3d {
   public:
     /// Takes in n points at that place, or takes them out when n is negative. Nothing added to an empty mean leaves it
