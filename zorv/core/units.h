@@ -3,6 +3,7 @@
 #include "zorv/export.h"
 
 class ZoPoint;
+class ZoRegion;
 
 /// Units of length, and two of angle, as records and files number them.
 enum eZoUnit : int {
@@ -39,6 +40,8 @@ ZORV_API double GetUnitFactor(eZoUnit from, eZoUnit to);
 ZORV_API void ConvertUnit(double* value, eZoUnit from, eZoUnit to);
 /// Converts x, y, z and dx, dy, dz in place.
 ZORV_API void ConvertUnit(ZoPoint* point, eZoUnit from, eZoUnit to);
+/// Converts both corners.
+ZORV_API void ConvertUnit(ZoRegion* region, eZoUnit from, eZoUnit to);
 
 /// The angle in another unit, by way of radians. From radians to radians the value stays exactly as it is.
 ZORV_API double ConvertAngle(const double& value, eZoAngleUnit from, eZoAngleUnit to);
