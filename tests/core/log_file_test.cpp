@@ -1,0 +1,55 @@
+#include "zorv/core/log_file.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "tests/support/temp_folder.h"
+#include <gtest/gtest.h>
+
+namespace {
+
+/// The text with 0 for each digit.
+std::string Shape(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '0');
+    return text;
+}
+
+/// Puts blanks in the place of the time that follows each rule of slashes.
+std::string WithoutTime(std::string text) {
+    const std::string lead = std::string(132, '/') + "\n//  ";
+    for (std::size_t at = text.find(lead); at != std::string::npos; at = text.find(lead, at + 1)) {
+        const std::string time = Shape(text.substr(at + lead.size(), 25));
+        EXPECT_EQ(time.substr(10), " 00:00:00 0000\n");
+        text.replace(at + lead.size(), 25, "<time>\n");
+    }
+    return text;
+}
+
+TEST(LogFile, EachOpeningAppendsAHeaderWithTheTime) {
+    const TempFolder folder;
+    std::filesystem::create_directory(folder.path / "Süd");
+    const std::wstring name = folder.Name("Süd\\Ebene €.log");
+    {
+        ZoLogfile file(name, 1);
+        ASSERT_TRUE(file.good());
+        file << "first " << 1234.5 << '\n';
+        file.OpenFile(folder.Name("other.log"));
+        file << "elsewhere\n";
+    }
+    ZoLogfile(name) << "second\n";
+    const std::string header = std::string(132, '/') + "\n//  <time>\n//  ";
+    EXPECT_EQ(WithoutTime(folder.Read("Süd/Ebene €.log")), header + "first 1234.5\n" + header + "second\n");
+    EXPECT_EQ(WithoutTime(folder.Read("other.log")), header + "elsewhere\n");
+}
+
+TEST(LogFile, WhatCannotBeOpenedSwallowsTheOutput) {
+    const TempFolder folder;
+    ZoLogfile file(folder.Name("missing/a.log"));
+    EXPECT_TRUE(file.fail());
+    file << "lost";
+    file.OpenFile(folder.Name("a.log"));
+    EXPECT_TRUE(file.good());
+}
+
+}  // namespace
