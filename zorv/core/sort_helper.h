@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
+#include <utility>
+#include <vector>
 
 template <class T>
 class TZoListHeader;
@@ -15,12 +18,14 @@ class ZoSortHelper {
 
     /// A null list gives an empty index.
     explicit ZoSortHelper(TZoListHeader<T>* source) : list(source) {
-        if (list) {
-            for (T* node = list->First(); node; node = static_cast<T*>(node->next)) {
-                index.emplace_hint(index.end(), node->GetId(), node);
-                ++count;
-            }
-        }
+        // Entries made in the order of their ids lie side by side, which is what makes lookups in a long list fast.
+        std::vector<std::pair<unsigned int, T*>> nodes;
+        for (T* node = list ? list->First() : nullptr; node; node = static_cast<T*>(node->next))
+            nodes.emplace_back(node->GetId(), node);
+        std::stable_sort(nodes.begin(), nodes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+        for (const auto& [id, node] : nodes)
+            index.emplace_hint(index.end(), id, node);
+        count = static_cast<int>(nodes.size());
         begin = index.begin();
     }
     ZoSortHelper(const ZoSortHelper& other)
