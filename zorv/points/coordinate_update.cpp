@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "zorv/core/sort_helper.h"
 
@@ -28,11 +29,11 @@ void ClearDifferences(ZoPoint& point) {
 
 }  // namespace
 
-ZoCooListUpdateHelper::ZoCooListUpdateHelper(ZoCooListUpdateHelper&& other) {
+ZoCooListUpdateHelper::ZoCooListUpdateHelper(ZoCooListUpdateHelper&& other) noexcept {
     *this = std::move(other);
 }
 
-ZoCooListUpdateHelper& ZoCooListUpdateHelper::operator=(ZoCooListUpdateHelper&& other) {
+ZoCooListUpdateHelper& ZoCooListUpdateHelper::operator=(ZoCooListUpdateHelper&& other) noexcept {
     listToUpdate = other.listToUpdate;
     MoveList(other.updateList, updateList);
     MoveList(other.updateFailedList, updateFailedList);

@@ -14,9 +14,9 @@ class ZORV_API ZoCooListUpdateHelper {
     explicit ZoCooListUpdateHelper(ZoPointList* target) : listToUpdate(target) {}
     /// Copies have no observers. A move takes the points over and leaves the other lists empty.
     ZoCooListUpdateHelper(const ZoCooListUpdateHelper&) = default;
-    ZoCooListUpdateHelper(ZoCooListUpdateHelper&& other);
+    ZoCooListUpdateHelper(ZoCooListUpdateHelper&& other) noexcept;
     ZoCooListUpdateHelper& operator=(const ZoCooListUpdateHelper&) = default;
-    ZoCooListUpdateHelper& operator=(ZoCooListUpdateHelper&& other);
+    ZoCooListUpdateHelper& operator=(ZoCooListUpdateHelper&& other) noexcept;
 
     void SetListToUpdate(ZoPointList* target) { listToUpdate = target; }
     ZoPointList* GetListToUpdate() const { return listToUpdate; }
