@@ -14,11 +14,8 @@
 #include "zorv/core/debug_logger.h"
 #include "zorv/core/debug_output.h"
 #include "zorv/core/file_manager.h"
-<<<<<<< HEAD
 #include "zorv/core/filter.h"
-=======
 #include "zorv/core/file_type.h"
->>>>>>> cb0e57b (A file's type shows from its name and first token; diagnostics and file services have their tests)
 #include "zorv/core/flag.h"
 #include "zorv/core/id_pair.h"
 #include "zorv/core/id_table.h"
