@@ -2,6 +2,10 @@
 #include "zorv/math/vector3d.h"
 #include "zorv/points/point_list.h"
 
+ZoVector ZoPoint::GetAsVector() const {
+    return {x, y, z};
+}
+
 bool ZoMatrix::PTrans2D(ZoPoint* point) const {
     return PTrans2D(&point->x, &point->y);
 }

@@ -10,6 +10,7 @@
 
 class CZipWrapper;
 class ZoReaderObject;
+class ZoVector;
 
 /// A record with a number and coordinates: an image measurement, an object or control point, a polygon vertex.
 ///
@@ -58,6 +59,8 @@ class ZORV_API ZoPoint : public TZoFlagNode<ZoPoint> {
         return ex * ex + ey * ey + ez * ez;
     }
     double DistanceSq(const ZoPoint* other) const { return other ? DistanceSq(*other) : 0.0; }
+    /// x, y, z; include zorv/math/vector.h to use it.
+    ZoVector GetAsVector() const;
     bool IsOrigin() const { return x == 0.0 && y == 0.0 && z == 0.0; }
 
     std::uint8_t GetRed() const { return static_cast<std::uint8_t>(color); }
