@@ -1,6 +1,7 @@
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
-#include <regex>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <time.h>
@@ -18,7 +19,10 @@ TEST(Time, TextIsLocalTime) {
     EXPECT_EQ(GetLocalTimeStringForFilename(1000000000), "2001-09-09__03_46_40");
     ::unsetenv("TZ");
     ::tzset();
-    EXPECT_TRUE(std::regex_match(GetLocalTimeString(), std::regex(R"(\d{4}-\d\d-\d\d  \d\d:\d\d:\d\d)")));
+    std::string now = GetLocalTimeString();
+    std::replace_if(
+        now.begin(), now.end(), [](char c) { return c >= '0' && c <= '9'; }, '0');
+    EXPECT_EQ(now, "0000-00-00  00:00:00");
 }
 
 TEST(Time, WhatIsNoTimeIsANumber) {

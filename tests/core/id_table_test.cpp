@@ -1,0 +1,219 @@
+#include "zorv/core/id_table.h"
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/support/temp_folder.h"
+#include <gtest/gtest.h>
+
+#include "zorv/core/archive.h"
+#include "zorv/core/reader.h"
+#include "zorv/core/text_writer.h"
+
+namespace {
+
+using Ids = std::vector<unsigned int>;
+
+/// The bytes of one item, without a file.
+struct ItemBytes : CZipWrapper {
+    void WriteItem() override {}
+
+    void Give(const std::string& bytes) {
+        buffer = std::make_unique<char[]>(bytes.size() + 1);
+        std::copy(bytes.begin(), bytes.end(), buffer.get());
+        bufferSize = bytes.size();
+        position = 0;
+    }
+    template <class Record>
+    std::string Take(const Record& record) {
+        sizing = false;
+        Give(std::string(1000, '\0'));
+        record.WriteV9(this);
+        return std::string(buffer.get(), position);
+    }
+};
+
+std::string Bytes(std::initializer_list<int> bytes) {
+    return std::string(bytes.begin(), bytes.end());
+}
+
+Ids Values(const ZoIdTable& table) {
+    Ids values;
+    for (int i = 0; i < table.Size(); ++i)
+        values.push_back(table[i]);
+    return values;
+}
+
+/// Reads the block `T { text }` and returns the number of errors; what follows the block must be found.
+template <class Table>
+int ReadText(const std::string& text, Table& table) {
+    const TempFolder folder;
+    ZoReader reader(folder.Write("table.txt", "T { " + text + " }\nEND 7\n"));
+    int end = 0;
+    reader.RegisterObject(ZoReaderObject("T", Link(&table, &Table::Read)));
+    reader.RegisterObject(ZoReaderObject("END", &end));
+    reader.DoProcess(false);
+    const int errors = reader.GetReadErrorCount();
+    EXPECT_TRUE(errors > 0 || end == 7);
+    return errors;
+}
+
+/// A two-dimensional table is part of a larger block; here it stands alone.
+struct Table2D : ZoIdTable2D, LinkHdl {
+    long Read(ZoReaderObject* object) { return ZoIdTable2D::Read(object); }
+};
+
+TEST(IdPair, OrdersByFirstThenSecond) {
+    ZoIdPair pair(7, 3);
+    EXPECT_TRUE(pair.Sort());
+    EXPECT_EQ(pair, ZoIdPair(3, 7));
+    EXPECT_FALSE(pair.Sort());
+    EXPECT_TRUE(pair.HasId(7) && pair.HasId(3) && !pair.HasId(4));
+    EXPECT_EQ(ZoIdPair(1, 2).OtherId(1), 2u);
+    EXPECT_EQ(ZoIdPair(1, 2).OtherId(2), 1u);
+    EXPECT_EQ(ZoIdPair(1, 2).OtherId(9), 1u);
+    EXPECT_TRUE(ZoIdPair(1, 9) < ZoIdPair(2, 0) && ZoIdPair(1, 1) < ZoIdPair(1, 2) && ZoIdPair(1, 2) <= ZoIdPair(1, 2));
+    EXPECT_FALSE(ZoIdPair(1, 2) < ZoIdPair(1, 2) || ZoIdPair(2, 0) <= ZoIdPair(1, 9));
+
+    ZoIdPairTable table;
+    for (const ZoIdPair& each : {ZoIdPair(5, 4), ZoIdPair(1, 2), ZoIdPair(4, 5)})
+        table.Add(each);
+    table.SortIdPairs();
+    EXPECT_EQ(table[0], ZoIdPair(4, 5));
+    table.Sort();
+    EXPECT_EQ(table[0], ZoIdPair(1, 2));
+    EXPECT_EQ(table.BinSearchUp(ZoIdPair(9, 9)), -1);
+    pair.Clear();
+    EXPECT_EQ(pair, ZoIdPair());
+}
+
+TEST(IdTable, LinesHoldTenIdsOrFivePairs) {
+    ZoWriterReset();
+    ZoIdTable table;
+    ZoIdPairTable pairs;
+    std::ostringstream none;
+    table.Write(none);
+    EXPECT_EQ(none.str(), "\n");
+    std::ostringstream lines;
+    std::ostringstream pairLines;
+    for (unsigned int id = 0; id < 10; ++id) {
+        table.Add(id);
+        lines << id << "          ";
+        if (id % 2 == 0) continue;
+        pairs.Add(ZoIdPair(id, 4294967295u));
+        pairLines << id << "          4294967295  ";
+    }
+    std::ostringstream text;
+    table.Write(text);
+    EXPECT_EQ(text.str(), lines.str() + "\n\n");
+    std::ostringstream pairText;
+    pairs.Add(ZoIdPair(1, 2));
+    pairs.Write(pairText);
+    EXPECT_EQ(pairText.str(), pairLines.str() + "\n1          2           \n");
+
+    ZoIdTable back;
+    ZoIdPairTable pairsBack;
+    EXPECT_EQ(ReadText(text.str(), back) + ReadText(pairText.str(), pairsBack), 0);
+    EXPECT_EQ(back, table);
+    EXPECT_EQ(pairsBack, pairs);
+}
+
+TEST(IdTable, TextEndsAtTheBlockAndNowhereElse) {
+    struct {
+        const char* text;
+        Ids ids;
+        int errors;
+    } const rows[] = {
+        {"1 2\n3 ; four\n", {1, 2, 3}, 0}, {"", {}, 0}, {"1 2.5 3", {1}, 1}, {"1 \"2\"", {1}, 1}, {"1 { 2", {1}, 1},
+    };
+    for (const auto& [text, ids, errors] : rows) {
+        ZoIdTable table;
+        EXPECT_EQ(ReadText(text, table), errors) << text;
+        EXPECT_EQ(Values(table), ids) << text;
+    }
+    ZoIdPairTable pairs;
+    EXPECT_EQ(ReadText("1 2 3", pairs), 0);
+    EXPECT_EQ(pairs.Size(), 1);
+}
+
+TEST(IdTable, ArchiveFormIsCountAndIds) {
+    ItemBytes item;
+    ZoIdTable table;
+    table.Add(0x01020304);
+    table.Add(5);
+    const std::string bytes = Bytes({2, 0, 0, 0, 0, 0, 0, 0, 4, 3, 2, 1, 5, 0, 0, 0});
+    EXPECT_EQ(item.Take(table), bytes);
+    item.Give(bytes);
+    table.ReadV9(&item);
+    EXPECT_EQ(Values(table), (Ids{0x01020304, 5, 0x01020304, 5}));
+
+    // A count that lies, and one that is cut itself.
+    ZoIdTable lying;
+    item.Give(Bytes({0, 0, 0, 0, 0, 0, 0, 16, 9, 0, 0, 0, 1, 1}));
+    lying.ReadV9(&item);
+    EXPECT_EQ(Values(lying), (Ids{9}));
+    item.Give(Bytes({1, 0, 0}));
+    lying.ReadV9(&item);
+    EXPECT_EQ(lying.Size(), 1);
+}
+
+TEST(IdTable2D, TextAndArchiveHoldRowAfterRow) {
+    ZoIdTable2D table(3, 2);
+    EXPECT_EQ(table.table.data, Ids(6, 0));
+    table.table(0, 0) = 1;
+    table.table(2, 0) = 3;
+    table.table(1, 1) = 5;
+    const Ids cells = {1, 0, 3, 0, 5, 0};
+    EXPECT_EQ(table.table.data, cells);
+    EXPECT_EQ(table.table.At(1, 1), 5u);
+    EXPECT_EQ(table.table.At(3, 0) + table.table.At(0, -1), 0u);
+
+    std::ostringstream text;
+    table.Write(text);
+    Table2D fromText;
+    EXPECT_EQ(ReadText(text.str(), fromText), 0);
+    EXPECT_EQ(fromText.table.SizeX(), 3);
+    EXPECT_EQ(fromText.table.data, cells);
+
+    ItemBytes item;
+    const std::string bytes = item.Take(table);
+    EXPECT_EQ(bytes, Bytes({3, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0,
+                            0, 0, 0, 0, 3, 0, 0, 0, 0, 0, 0, 0, 5, 0, 0, 0, 0, 0, 0, 0}));
+    ZoIdTable2D back(7, 7);
+    item.Give(bytes);
+    back.ReadV9(&item);
+    EXPECT_EQ(back.table.SizeY(), 2);
+    EXPECT_EQ(back.table.data, cells);
+}
+
+TEST(IdTable2D, SizesThatLieTakeNoMemory) {
+    ItemBytes item;
+    for (const std::string& bytes :
+         {Bytes({0, 0, 0, 0, 0, 0, 0, 16, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}),   // 2^60 columns
+          Bytes({0, 0, 0, 64, 0, 0, 0, 0, 0, 0, 0, 64, 0, 0, 0, 0, 1, 0, 0, 0}),  // 2^30 by 2^30
+          Bytes({2, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}), Bytes({1, 0, 0})}) {
+        ZoIdTable2D table(2, 2);
+        item.Give(bytes);
+        table.ReadV9(&item);
+        EXPECT_TRUE(table.table.data.empty());
+        EXPECT_EQ(table.table.SizeX(), 0);
+    }
+    Table2D table;
+    EXPECT_EQ(ReadText("2000000000 2000000000 1 2 3", table), 1);
+    EXPECT_TRUE(table.table.data.empty());
+    EXPECT_EQ(ReadText("3 2 1 2", table), 1);
+    EXPECT_EQ(table.table.data, (Ids{1, 2, 0, 0, 0, 0}));
+    EXPECT_EQ(ReadText("-3 2", table), 0);
+    EXPECT_TRUE(table.table.data.empty());
+
+    std::string large = "300 300";
+    for (int i = 0; i < 90000; ++i)
+        large += i % 100 == 0 ? "\n7" : " 7";
+    EXPECT_EQ(ReadText(large, table), 0);
+    EXPECT_EQ(table.table.At(299, 299), 7u);
+}
+
+}  // namespace
