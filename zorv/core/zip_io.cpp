@@ -9,7 +9,7 @@ namespace zorv::detail {
 
 namespace {
 
-constexpr std::size_t kWindowSize = 64 * 1024;
+constexpr std::size_t kWindowSize = 16 * 1024;
 
 /// The position that a seek of minizip means, forwards or backwards; beyond `end` there is none.
 bool SeekTarget(std::uint64_t present, std::uint64_t end, std::uint64_t offset, int origin, std::uint64_t& target) {
@@ -153,13 +153,18 @@ std::size_t ZipSource::ReadAt(std::uint64_t offset, void* target, std::size_t co
     if (offset >= size) return 0;
     count = static_cast<std::size_t>(std::min<std::uint64_t>(count, size - offset));
     if (count >= kWindowSize) return ReadStream(offset, static_cast<char*>(target), count);
-    if (offset < windowStart || offset + count > windowStart + windowBytes) {
-        window.resize(kWindowSize);
-        windowStart = offset;
-        windowBytes = ReadStream(offset, window.data(), kWindowSize);
-        count = std::min(count, windowBytes);
+    const auto holds = [&](const Window& w) { return offset >= w.start && offset + count <= w.start + w.size; };
+    if (!holds(windows[recent])) {
+        recent = 1 - recent;
+        if (Window& other = windows[recent]; !holds(other)) {
+            other.bytes.resize(kWindowSize);
+            other.start = offset;
+            other.size = ReadStream(offset, other.bytes.data(), kWindowSize);
+            count = std::min(count, other.size);
+        }
     }
-    if (count > 0) std::memcpy(target, window.data() + (offset - windowStart), count);
+    const Window& window = windows[recent];
+    if (count > 0) std::memcpy(target, window.bytes.data() + (offset - window.start), count);
     return count;
 }
 

@@ -103,10 +103,15 @@ class ZipSource {
 
     std::unique_ptr<std::istream> stream;
     std::uint64_t size = 0;
-    // minizip asks for single bytes; they come from this window.
-    std::vector<char> window;
-    std::uint64_t windowStart = 0;
-    std::size_t windowBytes = 0;
+    /// minizip asks for single bytes and goes to and fro between the directory and the items: they come from two
+    /// windows, of which the one used last stays.
+    struct Window {
+        std::vector<char> bytes;
+        std::uint64_t start = 0;
+        std::size_t size = 0;
+    };
+    Window windows[2];
+    int recent = 0;
 };
 
 /// The stream functions that minizip takes, for an object that outlives the container.

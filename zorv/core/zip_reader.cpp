@@ -36,6 +36,7 @@ bool SameName(std::wstring_view a, std::wstring_view b) {
 
 std::unique_ptr<ZipReader> ZipReader::Open(std::unique_ptr<std::istream> bytes) {
     std::unique_ptr<ZipReader> reader(new ZipReader(std::move(bytes)));
+    if (reader->IsEmptyZip()) return reader;
     zlib_filefunc64_def functions = StreamFunctions(reader->source);
     reader->container = unzOpen2_64("", &functions);
     if (!reader->container || !reader->ReadDirectory()) return nullptr;
@@ -44,6 +45,13 @@ std::unique_ptr<ZipReader> ZipReader::Open(std::unique_ptr<std::istream> bytes) 
 
 ZipReader::~ZipReader() {
     if (container) unzClose(container);
+}
+
+bool ZipReader::IsEmptyZip() {
+    // minizip takes no ZIP whose end record stands at its beginning: such a ZIP has no items.
+    constexpr std::string_view kEndRecord("PK\5\6\0\0\0\0\0\0\0\0", 12);
+    char bytes[kEndRecord.size()];
+    return source.ReadAt(0, bytes, sizeof bytes) == sizeof bytes && std::string_view(bytes, sizeof bytes) == kEndRecord;
 }
 
 bool ZipReader::ReadDirectory() {

@@ -58,6 +58,7 @@ class ZipReader {
 
   private:
     explicit ZipReader(std::unique_ptr<std::istream> bytes) : source(std::move(bytes)) {}
+    bool IsEmptyZip();
     bool ReadDirectory();
     eZoZipResult Locate(const ZipItem& item, std::uint64_t& offset);
 

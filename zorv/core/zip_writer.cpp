@@ -156,6 +156,9 @@ eZoZipResult ZipWriter::AddStream(const wchar_t* name, const Source& source, std
         item.large = !size || *size >= kLargeItem;
         return CopyStream(item, source, size);
     }
+    // What cannot fit even if it packs as well as possible need not be read.
+    const std::uint64_t most = std::min(MostInflatedBytes(memory->Limit()), kLargeItem);
+    if (size && *size > most) return eZoZipMemoryFull;
     std::vector<char> bytes;
     for (std::int64_t got = 1; got > 0;) {
         const std::size_t done = bytes.size();
@@ -164,6 +167,7 @@ eZoZipResult ZipWriter::AddStream(const wchar_t* name, const Source& source, std
         got = wanted > 0 ? source(bytes.data() + done, static_cast<std::size_t>(wanted)) : 0;
         if (got < 0) return eZoZipReadFailed;
         bytes.resize(done + static_cast<std::size_t>(got));
+        if (bytes.size() > most) return eZoZipMemoryFull;
     }
     if (size && bytes.size() != *size) return eZoZipWrongSize;
     return AddBytes(name, bytes.data(), bytes.size(), time);
