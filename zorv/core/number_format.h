@@ -17,6 +17,17 @@ inline constexpr int kNumberTextSize = 32;
 /// hexadecimal forms, inf and nan. What does not begin with a number gives 0; too large gives infinity, too small 0.
 double ParseDouble(std::string_view text);
 
+/// digits / 10^decimals into `value`, correctly rounded. False, and nothing done, where one division cannot do that:
+/// digits that a double does not hold exactly, or more than 22 decimals.
+inline bool DecimalToDouble(std::uint64_t digits, int decimals, double& value) {
+    constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                  1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
+    if (digits > kExactIntegers || decimals < 0 || decimals > 22) return false;
+    value = static_cast<double>(digits) / kPowers[decimals];
+    return true;
+}
+
 /// The integer at the start of the text, as atoi reads it. Values from 2147483648 to 4294967295 keep their 32 bits, so
 /// that unsigned ids pass; beyond that they saturate at 4294967295 and at -2147483648.
 int ParseInt(std::string_view text);

@@ -198,11 +198,12 @@ bool ZoParser::ScanString() {
 }
 
 bool ZoParser::ScanWord() {
+    if (ScanPlainNumber()) return true;
     int digits = 0;
     int letters = 0;
     bool isFloat = false;
     char* end = tokenStart;
-    for (; *end && !(classes.table[Byte(*end)] & ZoChLookup::kDelimiter); ++end) {
+    for (; !EndsWord(*end); ++end) {
         switch (kKinds[Byte(*end)]) {
             case kDigit:
                 ++digits;
@@ -224,6 +225,51 @@ bool ZoParser::ScanWord() {
                 }
         }
     }
+    CloseWord(end);
+    Classify(end, digits, letters, isFloat);
+    return true;
+}
+
+bool ZoParser::ScanPlainNumber() {
+    constexpr std::ptrdiff_t kMostDigits = 18;  // fit into 64 bits
+    char* at = tokenStart;
+    const bool negative = *at == '-';
+    if (negative || *at == '+') ++at;
+
+    std::uint64_t digits = 0;
+    const auto passDigits = [&] {
+        const char* start = at;
+        for (; kKinds[Byte(*at)] == kDigit && !EndsWord(*at); ++at)
+            digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+        return at - start;
+    };
+    std::ptrdiff_t count = passDigits();
+    std::ptrdiff_t decimals = 0;
+    char* point = *at == decimalPoint && !EndsWord(*at) ? at : nullptr;
+    if (point) {
+        ++at;
+        decimals = passDigits();
+        count += decimals;
+    }
+    if (count == 0 || count > (point ? kMostDigits : kSafeDigits) || !EndsWord(*at)) return false;
+
+    if (point) *point = '.';
+    CloseWord(at);
+    if (!point) {
+        SetToken(eZoTokenInt, tokenStart);
+        token.intValue = static_cast<std::int32_t>(negative ? 0 - digits : digits);
+        return true;
+    }
+    SetToken(eZoTokenFloat, tokenStart);
+    if (zorv::detail::DecimalToDouble(digits, static_cast<int>(decimals), token.floatValue)) {
+        if (negative) token.floatValue = -token.floatValue;
+    } else {
+        token.floatValue = zorv::detail::ParseDouble(tokenStart);
+    }
+    return true;
+}
+
+void ZoParser::CloseWord(char* end) {
     cursor = end;
     if (classes.table[Byte(*end)] & ZoChLookup::kSeparator) {
         ++cursor;
@@ -231,8 +277,6 @@ bool ZoParser::ScanWord() {
         savedChar = *end;
     }
     *end = 0;
-    Classify(end, digits, letters, isFloat);
-    return true;
 }
 
 void ZoParser::Classify(char* end, int digits, int letters, bool isFloat) {

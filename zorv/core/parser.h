@@ -133,6 +133,13 @@ class ZORV_API ZoParser {
     bool Tokenize();
     bool ScanString();
     bool ScanWord();
+    /// A word that is a sign, digits, a point and digits, as nearly all numbers are. False leaves any other word as it
+    /// was.
+    bool ScanPlainNumber();
+    bool EndsWord(char c) const {
+        return c == 0 || (classes.table[static_cast<unsigned char>(c)] & ZoChLookup::kDelimiter) != 0;
+    }
+    void CloseWord(char* end);
     bool SetToken(eZoTokentype type, const char* text);
     void Classify(char* end, int digits, int letters, bool isFloat);
     void ReadLine(std::istream& stream);
