@@ -86,4 +86,7 @@
 #include "zorv/math/vector.h"
 #include "zorv/math/vector2d.h"
 #include "zorv/math/vector3d.h"
+#include "zorv/rectify/plane.h"
+#include "zorv/rectify/plane_fit.h"
+#include "zorv/rectify/plane_list.h"
 #include "zorv/report/html_report.h"

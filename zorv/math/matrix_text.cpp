@@ -4,6 +4,7 @@
 #include <ostream>
 #include <vector>
 
+#include "zorv/core/lenient_number.h"
 #include "zorv/core/number_format.h"
 #include "zorv/core/reader_object.h"
 #include "zorv/core/record_text.h"
@@ -35,17 +36,7 @@ std::vector<double> ReadElements(ZoStreamParser& in, std::int64_t count) {
     std::vector<double> elements;
     elements.reserve(static_cast<std::size_t>(std::min(count, kReserved)));
     for (std::int64_t i = 0; i < count; ++i) {
-        switch (in.parser->GetToken().GetType()) {
-            case eZoTokenBlockBegin:
-            case eZoTokenBlockEnd:
-            case eZoTokenEof:
-                in.parser->GetToken(eZoTokenNumber);
-                break;
-            default:
-                break;
-        }
-        elements.push_back(in.parser->GetToken().GetNumber());
-        in.ParseForToken();
+        elements.push_back(zorv::detail::TakeLenientNumber(in));
     }
     return elements;
 }

@@ -1,0 +1,154 @@
+#include "zorv/rectify/plane.h"
+
+#include <cmath>
+#include <numbers>
+
+#include "tests/support/read_block.h"
+#include "tests/support/temp_folder.h"
+#include <gtest/gtest.h>
+
+#include "zorv/core/archive.h"
+#include "zorv/core/filter.h"
+#include "zorv/rectify/plane_list.h"
+
+namespace {
+
+constexpr double kTolerance = 1e-12;
+
+ZoPlane Plane(double a, double b, double c, double d) {
+    ZoPlane plane;
+    plane.A() = a;
+    plane.B() = b;
+    plane.C() = c;
+    plane.D() = d;
+    return plane;
+}
+
+TEST(Plane, DistancesAreSigned) {
+    const ZoPlane plane = Plane(0, 0, 2, -6);  // z = 3
+    EXPECT_EQ(plane.FastDist(9, 9, 5), 4);
+    EXPECT_EQ(plane.Dist(9, 9, 5), 2);
+    EXPECT_EQ(plane.Dist(ZoPoint(0, 0, 0, 0, 0)), -3);
+    ZoPoint foot(7, 0, 0, 0, 3);
+    EXPECT_TRUE(plane.ProjectPoint(&foot, ZoPoint(1, 4, 5, 9, 0)));
+    EXPECT_EQ(foot, ZoPoint(0, 4, 5, 3, 0));
+    EXPECT_EQ(foot.GetId(), 7u);
+    EXPECT_FALSE(ZoPlane().ProjectPoint(&foot, foot));
+    EXPECT_FALSE(ZoPlane().IsValid());
+}
+
+TEST(Plane, AnglesAndParallelism) {
+    const ZoPlane floor = Plane(0, 0, 1, -1);
+    ZoPlane mirrored = floor;
+    mirrored.MirrorNormal();
+    EXPECT_EQ(mirrored.D(), 1);
+    EXPECT_NEAR(floor.CalcAngle(mirrored), std::numbers::pi, kTolerance);
+    EXPECT_FALSE(floor.IsParallel(mirrored));
+    EXPECT_EQ(floor.Dist(Plane(0, 0, 3, -5)), 4);
+    EXPECT_EQ(floor.Dist(Plane(0, 1, 0, -5)), 0);
+    EXPECT_TRUE(floor.IsParallel(Plane(3e-7, 0, 1, 0)));
+    EXPECT_FALSE(floor.IsParallel(Plane(5e-7, 0, 1, 0)));
+    EXPECT_TRUE(floor.IsNormal(Plane(1, 0, 1, 0)));
+    EXPECT_FALSE(floor.IsNormal(Plane(0.99, 0, 1, 0)));
+}
+
+TEST(Plane, IntersectionLine) {
+    ZoVector point(9.0, 9.0, 9.0);
+    ZoVector direction(9.0, 9.0, 9.0);
+    // x = 2 and y = 3 meet in the vertical line through (2, 3).
+    EXPECT_TRUE(Plane(1, 0, 0, -2).CalcIntersection(point, direction, Plane(0, 1, 0, -3)));
+    EXPECT_TRUE(point == ZoVector(2.0, 3.0, 0.0));
+    EXPECT_TRUE(direction == ZoVector::kZaxis3D);
+    EXPECT_FALSE(Plane(1, 0, 0, -2).CalcIntersection(point, direction, Plane(2, 0, 0, 5)));
+    // A level line has no single point with z = 0; its direction is told all the same.
+    EXPECT_FALSE(Plane(0, 0, 1, -2).CalcIntersection(point, direction, Plane(1, 0, 0, 0)));
+    EXPECT_TRUE(direction == ZoVector::kYaxis3D);
+    EXPECT_TRUE(point == ZoVector(2.0, 3.0, 0.0));
+}
+
+TEST(Plane, PointOnTheAxisOfTheGreatestCoefficient) {
+    EXPECT_TRUE(Plane(-2, 1, 0, 4).CalcPlaneVectorForSip() == ZoVector(2.0, 0.0, 0.0));
+    EXPECT_TRUE(Plane(1, -2, 0, 4).CalcPlaneVectorForSip() == ZoVector(0.0, 2.0, 0.0));
+    EXPECT_FALSE(std::isfinite(Plane(1, 1, 0, -2).CalcPlaneVectorForSip()[3]));
+    EXPECT_TRUE(ZoPlane().CalcPlaneVectorForSip() == ZoVector(0.0, 0.0, 0.0));
+}
+
+TEST(Plane, FilterFunctionsTellTheFlags) {
+    ZoPlane plane;
+    plane.SetActive(true);
+    EXPECT_EQ(ZoTestFilter(&IsPlaneFlagGuiCheckActive).Test(&plane), 2u);
+    EXPECT_EQ(ZoTestFilter(&IsPlaneFlagGuiSelect).Test(&plane), 0u);
+    plane.SetFlag(ZoPlane::kGuiSelected);
+    EXPECT_EQ(IsPlaneFlagGuiSelect(&plane), 1u);
+    EXPECT_EQ(IsPlaneFlagGuiSelect(nullptr), 0u);
+}
+
+TEST(PlaneList, FileHasOneBlockALine) {
+    const TempFolder folder;
+    ZoPlaneList list;
+    ZoPlane wall = Plane(0, 0, 1, 2.5);
+    wall.SetId(1);
+    wall.SetName(L"Wall");
+    list.Add(wall);
+    EXPECT_EQ(list.WriteFile(folder.Name("planes.txt")), 1);
+    EXPECT_EQ(folder.Read("planes.txt"),
+              "{    1 \"Wall\"                     0                     0                     1"
+              "                   2.5}\n");
+
+    ZoPlaneList back(
+        folder.Write("strange.txt", "{3 \"a \xC3\xB6\" 1 0.5 word -7}  ; made by hand\r\n{ 4 \"b\"\n1 2 3 4 }\n"));
+    ASSERT_EQ(back.Count(), 2);
+    EXPECT_EQ(back.First()->GetName(), L"a \u00f6");
+    EXPECT_EQ(back.First()->C(), 0);
+    EXPECT_EQ(back.First()->D(), -7);
+    EXPECT_EQ(back.Last()->D(), 4);
+    EXPECT_EQ(back.ReadFile(folder.Write("cut.txt", "{5 \"x\" 1 2 3 4} {6 \"y\" 1 2")), 1);
+    EXPECT_EQ(back.Count(), 3);
+    EXPECT_EQ(back.ReadFile(folder.Name("missing.txt")), 1);
+    EXPECT_EQ(list.WriteFile(folder.Name("no/such/folder.txt")), 0);
+}
+
+TEST(PlaneList, ActivePlanes) {
+    ZoPlaneList list;
+    EXPECT_EQ(list.GetActivePlane(), nullptr);
+    for (unsigned int id : {1u, 2u, 3u}) {
+        ZoPlane plane;
+        plane.SetId(id);
+        plane.SetActive(id > 1);
+        list.Add(plane);
+    }
+    EXPECT_EQ(list.CountActivePlanes(), 2);
+    EXPECT_EQ(list.GetActivePlane()->GetId(), 2u);
+}
+
+struct PlaneArchive : CZipWrapper {
+    void WriteItem() override { planes.WriteV9(this); }
+    ZoPlaneList planes;
+};
+
+TEST(PlaneList, ArchiveBringsPlanesBackAndLyingCountsEnd) {
+    const TempFolder folder;
+    PlaneArchive archive;
+    ZoPlane plane = Plane(1, 2, 3, 4.5);
+    plane.SetId(77);
+    plane.SetFlag(9);
+    archive.planes.Add(plane);
+    ASSERT_TRUE(archive.SzOpen(folder.Name("a.zip"), true));
+    archive.SzAdd(L"planes");
+    archive.SzClose();
+
+    PlaneArchive read;
+    read.SzOpen(folder.Name("a.zip"), false);
+    // count 8, id 4, name 2, flags 4, size of the normal 4, four doubles
+    ASSERT_NE(read.UnzipItem(L"planes", nullptr), nullptr);
+    EXPECT_EQ(read.ReadBytesLeft(), 8u + 4 + 2 + 4 + 4 + 4 * 8);
+    ZoPlaneList back;
+    back.ReadV9(&read);
+    ASSERT_EQ(back.Count(), 1);
+    EXPECT_EQ(back.First()->GetId(), 77u);
+    EXPECT_EQ(back.First()->GetFlag(), 9);
+    EXPECT_TRUE(back.First()->GetNorm() == ZoVector(1.0, 2.0, 3.0));
+    EXPECT_EQ(back.First()->D(), 4.5);
+}
+
+}  // namespace

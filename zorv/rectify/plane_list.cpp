@@ -1,0 +1,69 @@
+#include "zorv/rectify/plane_list.h"
+
+#include <memory>
+
+#include "zorv/core/archive.h"
+#include "zorv/core/platform/files.h"
+#include "zorv/core/reader.h"
+#include "zorv/core/text_writer.h"
+
+namespace {
+
+/// id, an empty name, flags, a normal without elements, D.
+constexpr std::size_t kSmallestRecord = 4 + 2 + 4 + 4 + 8;
+
+}  // namespace
+
+ZoPlane* ZoPlaneList::AddPlane(ZoReaderObject* object) {
+    return Add(std::make_unique<ZoPlane>(object).release());
+}
+
+int ZoPlaneList::CountActivePlanes() const {
+    int active = 0;
+    for (const ZoPlane* plane = First(); plane; plane = plane->NextConst())
+        active += plane->IsActive() ? 1 : 0;
+    return active;
+}
+
+ZoPlane* ZoPlaneList::GetActivePlane() const {
+    return First() ? First()->First(ZoPlane::kActive) : nullptr;
+}
+
+int ZoPlaneList::ReadFile(const std::wstring& fileName) {
+    ZoReader reader(fileName);
+    reader.RegisterObject(ZoReaderObject(Link(this, &ZoPlaneList::Read50Plane)));
+    reader.DoProcess(false);
+    reader.LogErrorsToApplicationLogger();
+    return 1;
+}
+
+long ZoPlaneList::Read50Plane(ZoReaderObject* object) {
+    object->GetReader()->GetParser().GetToken(eZoTokenBlockBegin);
+    object->ParseForToken();
+    AddPlane(object);
+    return 1;
+}
+
+int ZoPlaneList::WriteFile(const std::wstring& fileName) const {
+    zorv::detail::FileReplacement file(fileName);
+    int written = 0;
+    for (const ZoPlane* plane = First(); plane; plane = plane->NextConst(), ++written) {
+        file.Stream() << ZoBeginBlock;
+        plane->Write(file.Stream()) << ZoEndBlock << '\n';
+    }
+    return file.Commit() ? written : 0;
+}
+
+void ZoPlaneList::ReadV9(CZipWrapper* archive) {
+    SetNotify(false);
+    for (std::uint64_t left = archive->ReadCount(kSmallestRecord); left > 0 && !archive->Eof(); --left)
+        Add(std::make_unique<ZoPlane>(archive).release());
+    SetNotify(true);
+    NotifyChanged(nullptr, nullptr);
+}
+
+void ZoPlaneList::WriteV9(CZipWrapper* archive) const {
+    archive->WriteCount(static_cast<std::uint64_t>(Count()));
+    for (const ZoPlane* plane = First(); plane; plane = plane->NextConst())
+        plane->WriteV9(archive);
+}
