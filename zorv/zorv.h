@@ -89,4 +89,5 @@
 #include "zorv/rectify/plane.h"
 #include "zorv/rectify/plane_fit.h"
 #include "zorv/rectify/plane_list.h"
+#include "zorv/rectify/select_volume3d.h"
 #include "zorv/report/html_report.h"
