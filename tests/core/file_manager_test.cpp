@@ -39,6 +39,9 @@ TEST_F(FileManager, CreatesFoldersUpToTheLastSeparator) {
     EXPECT_FALSE(std::filesystem::exists(folder.path / "a" / "Größe €" / "c"));
     EXPECT_EQ(CFileManager::CreateFolders(folder.Name("a\\Größe €\\c\\")), 1);
     EXPECT_EQ(CFileManager::CreateFolders(L"none"), 0);
+    EXPECT_TRUE(CFileManager::isWriteAble(folder.Name("a\\Größe €\\c")));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path / "a" / "Größe €" / "c"));
+    EXPECT_FALSE(CFileManager::isWriteAble(folder.Name("missing")));
     const std::wstring base = folder.Name("");
     EXPECT_EQ(CFileManager::CreateFolders(base + std::wstring(258 - base.size(), L'n') + L"\\"), 1);
     EXPECT_EQ(CFileManager::CreateFolders(base + std::wstring(259 - base.size(), L'm') + L"\\"), 0);
@@ -60,11 +63,10 @@ TEST_F(FileManager, FindsByExactExtensionAndListsEveryFolder) {
 
 TEST_F(FileManager, NodesTellSizeAndTime) {
     folder.Write("a", "123");
-    const auto later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(2);
-    const auto earlier = later - std::chrono::hours(1);
     folder.Write("b", "");
+    const auto later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(2);
     std::filesystem::last_write_time(folder.path / "a", later);
-    std::filesystem::last_write_time(folder.path / "b", earlier);
+    std::filesystem::last_write_time(folder.path / "b", later - std::chrono::hours(1));
     std::vector<CFileNode> nodes;
     CFileManager::FindFiles(nodes, false, folder.Name(""), L"", nullptr, false);
     CFileManager::Sort(nodes);
@@ -73,12 +75,9 @@ TEST_F(FileManager, NodesTellSizeAndTime) {
     EXPECT_EQ(nodes[0].time.Steps() - nodes[1].time.Steps(), 3600u * std::uint64_t{10'000'000});
     // 2020-01-01 in steps of 100 ns since 1601.
     EXPECT_GT(nodes[0].time.Steps(), 132223104000000000u);
-    EXPECT_TRUE(nodes[0] == CFileNode(nodes[0]));
-    EXPECT_FALSE(nodes[0] == nodes[1]);
     CFileNode up;
     up.SetUpFolder();
     EXPECT_TRUE(up < nodes[0]);
-    EXPECT_EQ(up.name, L"..");
 }
 
 TEST_F(FileManager, DeletesAFolderAndWhatIsAllowed) {
@@ -93,7 +92,6 @@ TEST_F(FileManager, DeletesAFolderAndWhatIsAllowed) {
     std::filesystem::remove(folder.path / "top" / ".hidden");
     EXPECT_EQ(CFileManager::DeleteFolder(folder.Name("top"), true), 0);
     EXPECT_FALSE(std::filesystem::exists(folder.path / "top"));
-    EXPECT_EQ(CFileManager::DeleteFolder(folder.Name("top"), true), 0);
     const std::wstring file = folder.Write("file", "x");
     EXPECT_EQ(CFileManager::DeleteFolder(file, true), 0);
     EXPECT_EQ(CFileManager::DeleteFolder(L"", true), 0);
@@ -134,12 +132,6 @@ TEST(FileManagerText, RootsAndParents) {
     EXPECT_EQ(CFileManager::oneFolderUp(L"C:\\a\\"), L"C:\\a");
     EXPECT_EQ(CFileManager::oneFolderUp(L"a"), L"a");
     EXPECT_EQ(CFileManager::oneFolderUp(L"/a/b"), L"\\a");
-}
-
-TEST_F(FileManager, WritableFoldersTakeAFileAndLoseItAgain) {
-    EXPECT_TRUE(CFileManager::isWriteAble(folder.Name("")));
-    EXPECT_TRUE(std::filesystem::is_empty(folder.path));
-    EXPECT_FALSE(CFileManager::isWriteAble(folder.Name("missing")));
 }
 
 }  // namespace

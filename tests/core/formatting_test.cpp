@@ -16,14 +16,6 @@ std::optional<std::wstring> Wide(const wchar_t* format, ...) {
     return text;
 }
 
-std::optional<std::string> Narrow(const char* format, ...) {
-    std::va_list arguments;
-    va_start(arguments, format);
-    auto text = zorv::detail::FormatText(format, arguments);
-    va_end(arguments);
-    return text;
-}
-
 TEST(Formatting, WideFormatsTakeWideText) {
     EXPECT_EQ(Wide(L"%s|%c|%-6s|%06.2f|%%s", L"Höhe €", L'Ω', L"ab", 3.14159), L"Höhe €|Ω|ab    |003.14|%s");
     EXPECT_EQ(Wide(L"%.3s|%*d|%lld|%ls|%hs|%S", L"abcdef", 4, 7, 1LL << 40, L"x", "\xc3\xa4", "n"),
@@ -32,19 +24,10 @@ TEST(Formatting, WideFormatsTakeWideText) {
 }
 
 TEST(Formatting, TextOfAnyLengthComesWhole) {
-    const std::wstring wide(100000, L'w');
-    EXPECT_EQ(Wide(L"<%s>", wide.c_str()), L"<" + wide + L">");
-    for (std::size_t length : {510u, 511u, 512u, 513u, 100000u}) {
-        EXPECT_EQ(Wide(L"%s", wide.substr(0, length).c_str()), wide.substr(0, length));
-        EXPECT_EQ(Narrow("%s", std::string(length, 'n').c_str()), std::string(length, 'n'));
+    for (std::size_t length : {0u, 511u, 512u, 513u, 100000u}) {
+        const std::wstring text(length, L'w');
+        EXPECT_EQ(Wide(L"%s", text.c_str()), text);
     }
-    EXPECT_EQ(Wide(L""), L"");
-}
-
-TEST(Formatting, WhatCannotBeFormattedIsNothing) {
-    EXPECT_EQ(Wide(L"%hs", "\xff"), std::nullopt);
-    EXPECT_EQ(Wide(nullptr), std::nullopt);
-    EXPECT_EQ(Narrow(nullptr), std::nullopt);
 }
 
 TEST(Formatting, ACutKeepsRoomForTheTerminatorAndWholeCharacters) {

@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <iomanip>
+#include <sstream>
 
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
+
+#include "zorv/core/platform/folders.h"
 
 namespace {
 
@@ -45,8 +49,7 @@ TEST(PathTools, JoiningGivesOneSeparator) {
     EXPECT_EQ(ZoMakeFilename(L"a\\", L"b"), L"a\\b");
     EXPECT_EQ(ZoMakeFilename(L"a/", L"\\b"), L"a/b");
     EXPECT_EQ(ZoMakeFilename(L"", L"b"), L"b");
-    EXPECT_EQ(ZoGetFilename(ZoMakeFilename(L"a", L"b")), L"b");
-    EXPECT_EQ(ZoMakeFilename(L"a", L"b").size(), 3u);
+    EXPECT_EQ(ZoMakeFilename(L"a", L"b"), std::wstring(L"a") + zorv::detail::kPathSeparator + L"b");
 }
 
 TEST(PathTools, FoldersHaveAChecksum) {
@@ -63,12 +66,7 @@ TEST(PathTools, FileTimesAreLocalText) {
     const std::wstring name = folder.Write("Größe €.txt", "x");
     EXPECT_TRUE(ZoExistFile(name));
     std::tm june{};
-    june.tm_year = 2021 - 1900;
-    june.tm_mon = 5;
-    june.tm_mday = 4;
-    june.tm_hour = 3;
-    june.tm_min = 2;
-    june.tm_sec = 1;
+    std::istringstream("2021-06-04 03:02:01") >> std::get_time(&june, "%Y-%m-%d %H:%M:%S");
     june.tm_isdst = -1;
     const auto moment = std::chrono::file_clock::from_sys(std::chrono::system_clock::from_time_t(std::mktime(&june)));
     std::filesystem::last_write_time(folder.path / "Größe €.txt", moment);

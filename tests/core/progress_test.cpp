@@ -28,7 +28,7 @@ TEST(Progress, PostsRegisteredMessagesToTheWindow) {
     EXPECT_EQ(Router::GetMsgHideProgresBar(), hide);
 }
 
-TEST(Progress, WithoutAWindowOnlyTheValuesChange) {
+TEST(Progress, WithoutAWindowOrAHostOnlyTheValuesChange) {
     const RecordedHost host;
     const std::wstring text(3000, L'p');
     EXPECT_EQ(Router::ShowProgressBar(text.c_str(), 3, 9), 0);
@@ -39,9 +39,6 @@ TEST(Progress, WithoutAWindowOnlyTheValuesChange) {
     EXPECT_EQ(Router::GetProgressBarUpper(), 9);
     EXPECT_EQ(Router::GetProgressBarPos(), 4);
     EXPECT_TRUE(host.posts.empty());
-}
-
-TEST(Progress, WithoutAHostAPostFails) {
     ZoSetHostServices({});
     int dummy = 0;
     Router::SetMsgHWND(reinterpret_cast<HWND>(&dummy));

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "zorv/core/system_environment.h"
-
 namespace {
 
 struct Doubler : LinkHdl {
@@ -32,15 +30,6 @@ TEST(RuntimeLinker, CallsServicesByName) {
     EXPECT_TRUE(linker.Register("unset", Link()));
     EXPECT_TRUE(linker.Call("unset", block));
     EXPECT_TRUE(linker.Remove("unset"));
-}
-
-TEST(SystemEnvironment, KeepsItsTwoValues) {
-    ZoSystemEnviroment::SetOperatingSystem(eOperatingSystemLinux);
-    ZoSystemEnviroment::SetRunningMode(eZorvRunningModeBatch);
-    EXPECT_EQ(ZoSystemEnviroment::GetOperatingSystem(), eOperatingSystemLinux);
-    EXPECT_EQ(ZoSystemEnviroment::GetRunningMode(), eZorvRunningModeBatch);
-    ZoSystemEnviroment::SetOperatingSystem(eOperatingSystemUnknown);
-    ZoSystemEnviroment::SetRunningMode(eZorvRunningModeUnknown);
 }
 
 }  // namespace
