@@ -1,5 +1,7 @@
 #include "zorv/points/generic_table.h"
 
+#include <regex>
+
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -21,20 +23,15 @@ TEST(GenericTable, TooManyCellsEndTheReading) {
     const std::string nine = "1 2 3 4 5 6 7 8 9";
     ZoReadGenericTableFile table;
     ASSERT_TRUE(table.ReadFile(folder.Write("t", nine + "\n" + nine + " 10\n1 2\n")));
-    ASSERT_EQ(table.NumberLines(), 2U);
-    EXPECT_EQ(table.GetRows()[0].size(), 9U);
-    EXPECT_EQ(table.GetRows()[1],
-              (ZoReadGenericTableFile::Row{"Fehlerhafte oder ung\xc3\xbcltige Datei", "Incorrect or invalid file",
-                                           "Fichier incorrect ou invalide", "10 (max 10)"}));
+    EXPECT_EQ(table.GetRows(), (Rows{{"1", "2", "3", "4", "5", "6", "7", "8", "9"},
+                                     {"Fehlerhafte oder ung\xc3\xbcltige Datei", "Incorrect or invalid file",
+                                      "Fichier incorrect ou invalide", "10 (max 10)"}}));
     EXPECT_EQ(table.MaxLineLen(), 9U);
     EXPECT_FALSE(table.IsEndReached());
 
-    std::string million;
-    for (int i = 0; i < 1000000; ++i)
-        million += "7;";
-    ASSERT_TRUE(table.ReadFile(folder.Write("t", million)));
-    ASSERT_EQ(table.NumberLines(), 1U);
-    EXPECT_EQ(table.GetRows()[0][3], "1000000 (max 10)");
+    ASSERT_TRUE(
+        table.ReadFile(folder.Write("t", std::regex_replace(std::string(1000000, '7'), std::regex("7"), "7;"))));
+    EXPECT_EQ(table.GetRows().at(0).at(3), "1000000 (max 10)");
 }
 
 TEST(GenericTable, AMissingFileChangesNothing) {
@@ -47,9 +44,7 @@ TEST(GenericTable, AMissingFileChangesNothing) {
     EXPECT_TRUE(table.ReadFile(folder.Name("t")));
     EXPECT_EQ(table.GetRows(), (Rows{{"a", "b c"}}));
     EXPECT_TRUE(table.ReadFile(folder.Write("empty", "")));
-    EXPECT_EQ(table.NumberLines(), 0U);
-    EXPECT_EQ(table.MaxLineLen(), 0U);
-    EXPECT_TRUE(table.IsEndReached());
+    EXPECT_EQ(table.NumberLines() + table.MaxLineLen(), 0U);
 }
 
 }  // namespace
