@@ -20,6 +20,7 @@
 #include "zorv/core/flag.h"
 #include "zorv/core/id_pair.h"
 #include "zorv/core/id_table.h"
+#include "zorv/core/key_sort.h"
 #include "zorv/core/link.h"
 #include "zorv/core/list.h"
 #include "zorv/core/list_node.h"

@@ -1,8 +1,7 @@
 #include "zorv/core/list.h"
 
-#include <array>
+#include <algorithm>
 #include <memory>
-#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -305,6 +304,25 @@ TEST(List, SortsStablyByEachOrdering) {
     EXPECT_EQ(Names(ascending), L"dbeac");
     ascending.SortedInsert(new Keyed(2, L"f"));
     EXPECT_EQ(Names(ascending), L"dbefac");
+}
+
+TEST(List, SortsManyKeysStablyAcrossTheSeam) {
+    for (const std::uint32_t range : {0x10u, 0x300u, 0x7fffffffu}) {
+        std::vector<std::pair<std::uint32_t, std::uint32_t>> expected;  // steps from the least key, number in the list
+        TZoListHeader<Keyed> list;
+        std::uint32_t state = range;
+        for (std::uint32_t number = 0; number < 2000; ++number) {
+            state = state * 1664525u + 1013904223u;
+            expected.emplace_back((state >> 1) % range, number);
+            list.Add(Keyed(0xffffff00u + expected.back().first, std::to_wstring(number)));
+        }
+        std::sort(expected.begin(), expected.end());
+        std::wstring names;
+        for (const auto& [steps, number] : expected)
+            names += std::to_wstring(number);
+        EXPECT_EQ(list.Sort(), 2000);
+        EXPECT_EQ(Names(list), names);
+    }
 }
 
 TEST(List, KeysThatWrapAroundSortAsOneInsertionAfterTheOther) {

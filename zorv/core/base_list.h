@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "zorv/core/key_sort.h"
+
 class ZoObserver;
 
 namespace zorv::detail {
@@ -301,33 +303,49 @@ class TZoBaseListHeader {
     }
 
     int SortNodes() {
-        std::vector<T*> nodes;
-        for (T* node = first; node; node = NextOf(node))
-            nodes.push_back(node);
         if constexpr (zorv::detail::HasOrderingKey<T>) {
-            if (!SortByKey(nodes)) return SortByInsertion(nodes);
+            return SortByKey();
         } else {
+            std::vector<T*> nodes;
+            for (T* node = first; node; node = NextOf(node))
+                nodes.push_back(node);
             std::stable_sort(nodes.begin(), nodes.end(), [](const T* a, const T* b) { return Order(b, a) >= 1; });
+            Relink(nodes);
+            return static_cast<int>(nodes.size());
         }
-        Relink(nodes);
-        return static_cast<int>(nodes.size());
     }
 
-    /// False when the keys do not lie within half a turn: then their wrapped differences are no order.
-    static bool SortByKey(std::vector<T*>& nodes) requires zorv::detail::HasOrderingKey<T> {
-        if (nodes.empty()) return true;
-        const std::uint32_t origin = nodes.front()->OrderingKey();
-        std::vector<std::pair<std::int32_t, T*>> keyed;
-        keyed.reserve(nodes.size());
-        for (T* node : nodes)
-            keyed.emplace_back(static_cast<std::int32_t>(node->OrderingKey() - origin), node);
-        const auto byKey = [](const auto& a, const auto& b) { return a.first < b.first; };
-        const auto [low, high] = std::minmax_element(keyed.begin(), keyed.end(), byKey);
+    /// Sorts (key, node) pairs, so that the comparisons do not touch the nodes. That is the order of the type where
+    /// all keys lie within half a turn; else their wrapped differences are no order.
+    int SortByKey() requires zorv::detail::HasOrderingKey<T> {
+        std::vector<std::pair<std::uint32_t, T*>> keyed;
+        for (T* node = first; node; node = NextOf(node))
+            keyed.emplace_back(node->OrderingKey(), node);
+        if (keyed.empty()) return 0;
+
+        std::int32_t low = 0;
+        std::int32_t high = 0;
+        const std::uint32_t origin = keyed.front().first;
+        for (const auto& [key, node] : keyed) {
+            low = std::min(low, static_cast<std::int32_t>(key - origin));
+            high = std::max(high, static_cast<std::int32_t>(key - origin));
+        }
+        std::vector<T*> nodes(keyed.size());
+        const auto takeNodes = [&] {
+            std::transform(keyed.begin(), keyed.end(), nodes.begin(), [](const auto& pair) { return pair.second; });
+        };
         constexpr std::int64_t kHalfTurn = std::numeric_limits<std::int32_t>::max();
-        if (std::int64_t{high->first} - low->first > kHalfTurn) return false;
-        std::stable_sort(keyed.begin(), keyed.end(), byKey);
-        std::transform(keyed.begin(), keyed.end(), nodes.begin(), [](const auto& pair) { return pair.second; });
-        return true;
+        if (std::int64_t{high} - low > kHalfTurn) {
+            takeNodes();
+            return SortByInsertion(nodes);
+        }
+        const std::uint32_t smallest = origin + static_cast<std::uint32_t>(low);
+        for (auto& [key, node] : keyed)
+            key -= smallest;
+        zorv::detail::StableSortByKey(keyed);
+        takeNodes();
+        Relink(nodes);
+        return static_cast<int>(nodes.size());
     }
 
     /// The sort in its plain form, one insertion after the other, for keys that wrap around.
