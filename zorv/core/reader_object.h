@@ -30,7 +30,8 @@ class ZORV_API ZoReaderObject : public TZoListnode<ZoReaderObject> {
     ZoReaderObject(const char* word, std::string* value);
     ZoReaderObject(const char* word, std::wstring* value);
     ZoReaderObject(const char* word, const Link& found);
-    /// `finished` is called with this object from the destructor of every copy, a temporary's too.
+    /// `finished` is called with this object from the destructor of every copy: of a temporary, and of the reader's own
+    /// copy at the end of its block or of the reader, which its target thus outlives.
     ZoReaderObject(const char* word, const Link& found, const Link& finished);
     /// Catch-all: called for every token that is neither a keyword nor `}`, end of file included.
     explicit ZoReaderObject(const Link& found);
