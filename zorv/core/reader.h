@@ -47,7 +47,6 @@ class ZORV_API ZoReader {
 
     /// Opens the file. A file that cannot be opened gives one error with eZoParserErrorStream when it is read.
     explicit ZoReader(const std::wstring& file);
-    virtual ~ZoReader();
     ZoReader(const ZoReader&) = delete;
     ZoReader& operator=(const ZoReader&) = delete;
 
@@ -56,6 +55,7 @@ class ZORV_API ZoReader {
     /// after a failure of the stream the reading ends in any case.
     virtual int UnknownTokenFound();
     virtual int ParserError();
+    virtual ~ZoReader();
 
     /// Binds a keyword in the block at hand and returns the reader's own copy of the object.
     ZoReaderObject* RegisterObject(const ZoReaderObject& object);

@@ -40,8 +40,8 @@ ZoReaderObject::~ZoReaderObject() {
     if (!finishHandler) return;
     try {
         finishHandler.Call(this);
-    } catch (const ZoParserStatus&) {
-        // Nobody could take an error of a handler that runs in a destructor.
+    } catch (...) {
+        // Nobody could take an error out of a destructor.
     }
 }
 
