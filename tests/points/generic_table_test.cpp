@@ -1,7 +1,5 @@
 #include "zorv/points/generic_table.h"
 
-#include <regex>
-
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -29,8 +27,10 @@ TEST(GenericTable, TooManyCellsEndTheReading) {
     EXPECT_EQ(table.MaxLineLen(), 9U);
     EXPECT_FALSE(table.IsEndReached());
 
-    ASSERT_TRUE(
-        table.ReadFile(folder.Write("t", std::regex_replace(std::string(1000000, '7'), std::regex("7"), "7;"))));
+    std::string million(2000000, '7');
+    for (std::size_t i = 1; i < million.size(); i += 2)
+        million[i] = ';';
+    ASSERT_TRUE(table.ReadFile(folder.Write("t", million)));
     EXPECT_EQ(table.GetRows().at(0).at(3), "1000000 (max 10)");
 }
 
