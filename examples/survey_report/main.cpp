@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "console.h"
+#include "facades.h"
 #include "report_page.h"
 #include "survey_archive.h"
 #include "survey_plan.h"
@@ -71,6 +72,7 @@ class Survey : public LinkHdl {
         Archive();
         MeasurementLog();
         Update();
+        Planes();
         Page();
         return good;
     }
@@ -189,6 +191,16 @@ class Survey : public LinkHdl {
         Check("update added the two new points", added == 2);
     }
 
+    /// Only a survey with two facades has any; others go without.
+    void Planes() {
+        hasFacades = facades.Fit(points);
+        if (!hasFacades) return;
+        fs::remove(fs::path(wstring2string(File("_planes.log"))));
+        facades.Construct(points);
+        facades.Print();
+        Check("plane file written and read back", facades.WriteFiles(File(".sip"), File("_planes.log")));
+    }
+
     void Page() {
         ReportPage page(Wide(folder));
         page.Heading("Survey " + stem);
@@ -200,6 +212,8 @@ class Survey : public LinkHdl {
 
         page.Section("Plan");
         page.Picture(Name("_plan.svg"), DrawPlan(PlanPoints(), kMarks, 900, 700), L"Plan of the survey", 900, 700);
+
+        if (hasFacades) facades.AddTo(page, Name("_facade.svg"));
 
         page.Section("Update by the second campaign");
         page.Paragraph(StringPrintf("%d points moved by more than %.0f mm and were held back, %d points are new.",
@@ -248,6 +262,8 @@ class Survey : public LinkHdl {
     ZoPointList heldBack;
     ZoPoint low;
     ZoPoint high;
+    Facades facades;
+    bool hasFacades = false;
     int heldBackCount = 0;
     int added = 0;
     bool good = true;

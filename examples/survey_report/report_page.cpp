@@ -27,7 +27,7 @@ void ReportPage::Table(const std::vector<std::vector<std::string>>& rows) {
         for (std::string& cell : row)
             cell = Escape(cell);
     }
-    body += html.Table(escaped, true);
+    body += html.Table(escaped, true) + HtmlLib::Break(1);
 }
 
 void ReportPage::Picture(const std::wstring& name, const std::string& svg, const std::wstring& title, int width,

@@ -84,7 +84,8 @@ std::string ScaleBar(const Frame& frame, double step, double x, double y) {
 
 }  // namespace
 
-std::string DrawPlan(const std::vector<PlanPoint>& points, const std::vector<PlanMark>& marks, int width, int height) {
+std::string DrawPlan(const std::vector<PlanPoint>& points, const std::vector<PlanMark>& marks, int width, int height,
+                     PlanView view) {
     std::vector<const PlanPoint*> drawn;
     for (const PlanPoint& point : points) {
         if (std::isfinite(point.x) && std::isfinite(point.y)) drawn.push_back(&point);
@@ -132,7 +133,9 @@ std::string DrawPlan(const std::vector<PlanPoint>& points, const std::vector<Pla
         x += 30 + 7.0 * static_cast<double>(std::char_traits<char>::length(mark.label));
     }
     svg += ScaleBar(frame, step, width - kMargin - 30, 22);
-    svg += Text("<path d=\"M%d 34 v-24 l-4 8 h8 l-4 -8\" fill=\"#000\" stroke=\"#000\"/>", width - 45);
-    svg += Text("<text x=\"%d\" y=\"26\" font-size=\"11\">N</text>\n", width - 38);
+    if (view == PlanView::kGround) {
+        svg += Text("<path d=\"M%d 34 v-24 l-4 8 h8 l-4 -8\" fill=\"#000\" stroke=\"#000\"/>", width - 45);
+        svg += Text("<text x=\"%d\" y=\"26\" font-size=\"11\">N</text>\n", width - 38);
+    }
     return svg + "</svg>\n";
 }

@@ -18,6 +18,10 @@ struct PlanPoint {
     std::size_t mark = 0;
 };
 
-/// A plan to scale as SVG text, north up, with a grid of round coordinates, a scale bar and a legend. Labels that
-/// would cover each other are left out. Points without finite coordinates are not drawn.
-std::string DrawPlan(const std::vector<PlanPoint>& points, const std::vector<PlanMark>& marks, int width, int height);
+/// What the drawing shows: the ground from above, north up, or a wall from the front, without a north arrow.
+enum class PlanView { kGround, kWall };
+
+/// A plan to scale as SVG text with a grid of round coordinates, a scale bar and a legend. Labels that would cover each
+/// other are left out. Points without finite coordinates are not drawn.
+std::string DrawPlan(const std::vector<PlanPoint>& points, const std::vector<PlanMark>& marks, int width, int height,
+                     PlanView view = PlanView::kGround);
