@@ -1,20 +1,22 @@
 // Point files, lists and archives of a million points, each beside a floor: the least that any program must do for the
 // same result. The figure that counts is the ratio of a run to its floor.
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <memory>
 #include <random>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 #include "zorv/zorv.h"
 
@@ -63,18 +65,18 @@ const std::vector<Row>& Rows() {
     return rows;
 }
 
-/// Lines `id code x y z` of 80 bytes.
-const std::string& FileText() {
-    static const std::string text = [] {
-        std::string made;
-        made.reserve(kPoints * std::size_t{80});
-        for (const Row& row : Rows()) {
-            char line[96];
-            std::snprintf(line, sizeof line, "%9u %3u %21.6f %21.6f %21.6f\n", row.id, row.code, row.x, row.y, row.z);
-            made += line;
-        }
-        return made;
-    }();
+/// Lines `id code x y z` of 80 bytes, with micrometres or with 16 significant digits as the library writes them.
+const std::string& FileText(bool allDigits) {
+    static std::string texts[2];
+    std::string& text = texts[allDigits];
+    if (!text.empty()) return text;
+    const char* format = allDigits ? "%9u %3u %21.16g %21.16g %21.16g\n" : "%9u %3u %21.6f %21.6f %21.6f\n";
+    text.reserve(kPoints * std::size_t{80});
+    for (const Row& row : Rows()) {
+        char line[96];
+        std::snprintf(line, sizeof line, format, row.id, row.code, row.x, row.y, row.z);
+        text += line;
+    }
     return text;
 }
 
@@ -103,7 +105,7 @@ void ParseFloor(const std::string& text, std::vector<Row>& rows) {
 }
 
 void ReadFileFloor(benchmark::State& state) {
-    const std::string& text = FileText();
+    const std::string& text = FileText(state.range(0) != 0);
     for (auto _ : state) {
         std::vector<Row> rows(kPoints);
         ParseFloor(text, rows);
@@ -111,11 +113,11 @@ void ReadFileFloor(benchmark::State& state) {
         if (rows.back().id != kPoints) Fail("parse floor");
     }
 }
-BENCHMARK(ReadFileFloor)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(ReadFileFloor)->ArgName("digits16")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 void ReadFile(benchmark::State& state) {
     ScratchFile file(".coo");
-    std::ofstream(file.Path(), std::ios::binary) << FileText();
+    std::ofstream(file.Path(), std::ios::binary) << FileText(state.range(0) != 0);
     const TZoFormatTable<eZoPointRWMask> table(kCoordinateFile);
     {
         const ZoPointList list(file.Name(), table);
@@ -131,6 +133,126 @@ void ReadFile(benchmark::State& state) {
         state.ResumeTiming();
     }
 }
-BENCHMARK(ReadFile)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(ReadFile)->ArgName("digits16")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// A list of the rows, each node on its own.
+std::unique_ptr<ZoPointList> MakeList(const std::vector<Row>& rows) {
+    auto list = std::make_unique<ZoPointList>(TZoFormatTable<eZoPointRWMask>(kCoordinateFile));
+    for (const Row& row : rows) {
+        ZoPoint* point = list->Add(ZoPoint(row.id, row.x, row.y, row.z, 0));
+        point->SetAsControlFlag(static_cast<int>(row.code));
+    }
+    return list;
+}
+
+void ReadTagged(benchmark::State& state) {
+    ScratchFile file(".txt");
+    std::ofstream(file.Path(), std::ios::binary) << "POINTS {\n" << FileText(state.range(0) != 0) << "}\n";
+    const TZoFormatTable<eZoPointRWMask> table(kCoordinateFile);
+    for (auto _ : state) {
+        auto list = std::make_unique<ZoPointList>(table);
+        {
+            ZoReader reader(file.Name());
+            reader.RegisterObject(ZoReaderObject("POINTS", Link(list.get(), &ZoPointList::Read)));
+            reader.DoProcess(false);
+            if (reader.GetReadErrorCount() != 0) Fail("tagged read");
+        }
+        state.PauseTiming();
+        const ZoPoint* last = list->Last();
+        if (!last || last->id != kPoints || last->controlFlags != 7) Fail("tagged read");
+        list.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(ReadTagged)->ArgName("digits16")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// The numbers alone with a blank between them, into memory that is there.
+char* FormatFloor(const std::vector<Row>& rows, char* out) {
+    for (const Row& row : rows) {
+        out = std::to_chars(out, out + 16, row.id).ptr;
+        *out++ = ' ';
+        out = std::to_chars(out, out + 16, row.code).ptr;
+        for (const double value : {row.x, row.y, row.z}) {
+            *out++ = ' ';
+            out = std::to_chars(out, out + 32, value, std::chars_format::general, 16).ptr;
+        }
+        *out++ = '\n';
+    }
+    return out;
+}
+
+void WriteFileFloor(benchmark::State& state) {
+    const std::vector<Row>& rows = Rows();
+    std::vector<char> buffer(rows.size() * 128);
+    for (auto _ : state) {
+        char* end = FormatFloor(rows, buffer.data());
+        benchmark::DoNotOptimize(end);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(WriteFileFloor)->Unit(benchmark::kMillisecond);
+
+void WriteFile(benchmark::State& state) {
+    ScratchFile file(".coo");
+    const auto list = MakeList(Rows());
+    for (auto _ : state) {
+        if (list->WriteFile(file.Name()) != 1) Fail("WriteFile");
+    }
+    // Each line: fields of 11, 5 and three times 22 characters.
+    if (std::filesystem::file_size(file.Path()) != kPoints * std::uintmax_t{83} - 1) Fail("WriteFile");
+    ZoPointList back(file.Name(), list->GetMask());
+    if (back.Count() != kPoints || std::abs(back.Last()->x - Rows().back().x) > 1e-8) Fail("WriteFile");
+}
+BENCHMARK(WriteFile)->Unit(benchmark::kMillisecond);
+
+const std::vector<Row>& ShuffledRows() {
+    static const std::vector<Row> rows = [] {
+        std::vector<Row> shuffled = Rows();
+        std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(2));
+        return shuffled;
+    }();
+    return rows;
+}
+
+void SortFloor(benchmark::State& state) {
+    std::vector<std::pair<std::uint32_t, const Row*>> pairs;
+    for (const Row& row : ShuffledRows())
+        pairs.emplace_back(row.id, &row);
+    for (auto _ : state) {
+        auto sorted = pairs;
+        std::stable_sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+        if (sorted.back().first != kPoints) Fail("sort floor");
+        benchmark::DoNotOptimize(sorted.data());
+    }
+}
+BENCHMARK(SortFloor)->Unit(benchmark::kMillisecond);
+
+void Sort(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto list = MakeList(ShuffledRows());
+        state.ResumeTiming();
+        list->Sort();
+        state.PauseTiming();
+        std::uint32_t expected = 0;
+        for (const ZoPoint* point = list->First(); point; point = point->NextConst()) {
+            if (point->id != ++expected) Fail("Sort");
+        }
+        list.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(Sort)->Unit(benchmark::kMillisecond);
+
+class PointArchive : public CZipWrapper {
+  public:
+    PointArchive(const std::wstring& file, bool write, const ZoPointList* list)
+        : CZipWrapper(file, write), points(list) {}
+    ~PointArchive() override { SzClose(); }
+    void WriteItem() override { points->WriteV9(this); }
+
+  private:
+    const ZoPointList* points;
+};
 
 }  // namespace
