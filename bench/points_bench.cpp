@@ -18,6 +18,10 @@
 
 #include <benchmark/benchmark.h>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 #include "zorv/zorv.h"
 
 namespace {
@@ -80,6 +84,15 @@ const std::string& FileText(bool allDigits) {
     return text;
 }
 
+/// Bytes of the heap in use, blocks' own overhead included; 0 where the system does not tell.
+std::size_t HeapBytes() {
+#if defined(__GLIBC__)
+    return ::mallinfo2().uordblks;
+#else
+    return 0;
+#endif
+}
+
 void Fail(const char* what) {
     std::fprintf(stderr, "wrong result: %s\n", what);
     std::exit(1);
@@ -120,10 +133,15 @@ void ReadFile(benchmark::State& state) {
     std::ofstream(file.Path(), std::ios::binary) << FileText(state.range(0) != 0);
     const TZoFormatTable<eZoPointRWMask> table(kCoordinateFile);
     {
+        const std::size_t heapBefore = HeapBytes();
         const ZoPointList list(file.Name(), table);
         const ZoPoint* last = list.Last();
         if (list.Count() != kPoints || !last || last->id != kPoints || last->controlFlags != 7) Fail("ReadFile");
         if (std::abs(last->x - Rows().back().x) > 1e-6) Fail("ReadFile");
+        if (heapBefore > 0) {
+            const auto used = static_cast<double>(HeapBytes() - heapBefore);
+            state.counters["bytes_beside_point"] = used / kPoints - double{sizeof(ZoPoint)};
+        }
     }
     for (auto _ : state) {
         auto list = std::make_unique<ZoPointList>();
@@ -254,5 +272,93 @@ class PointArchive : public CZipWrapper {
   private:
     const ZoPointList* points;
 };
+
+constexpr wchar_t kItem[] = L"points";
+
+/// The records of a million points in an archive of one item, and the same bytes in memory.
+struct StoredPoints {
+    StoredPoints() : list(MakeList(Rows())), file(".zip") {
+        {
+            PointArchive archive(file.Name(), true, list.get());
+            archive.SzAdd(kItem);
+        }
+        PointArchive archive(file.Name(), false, list.get());
+        const char* item = static_cast<const char*>(archive.UnzipItem(kItem, nullptr));
+        if (!item) Fail("archive");
+        bytes.assign(item, archive.bufferSize);
+        ZoPointList back;
+        back.ReadV9(&archive);
+        if (back.Count() != kPoints || !(*back.Last() == *list->Last())) Fail("archive");
+    }
+    std::unique_ptr<ZoPointList> list;
+    ScratchFile file;
+    std::string bytes;
+};
+
+const StoredPoints& Stored() {
+    static const StoredPoints stored;
+    return stored;
+}
+
+void ArchiveWriteFloor(benchmark::State& state) {
+    const std::string& bytes = Stored().bytes;
+    for (auto _ : state) {
+        HZIP zip = CreateZip(nullptr, 500'000'000U, nullptr);
+        if (ZipAdd(zip, kItem, bytes.data(), static_cast<unsigned int>(bytes.size())) != 0) Fail("ZipAdd");
+        state.PauseTiming();
+        CloseZipZ(zip);
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(ArchiveWriteFloor)->Unit(benchmark::kMillisecond);
+
+void ArchiveWrite(benchmark::State& state) {
+    const StoredPoints& stored = Stored();
+    ScratchFile file(".zip");
+    for (auto _ : state) {
+        PointArchive archive(file.Name(), true, stored.list.get());
+        archive.SzAdd(kItem);
+        state.PauseTiming();
+        if (archive.GetLastResult() != 0) Fail("SzAdd");
+        archive.SzClose();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(ArchiveWrite)->Unit(benchmark::kMillisecond);
+
+void ArchiveReadFloor(benchmark::State& state) {
+    HZIP zip = ZoUnzipOpen(Stored().file.Name().c_str());
+    for (auto _ : state) {
+        std::unique_ptr<char[]> block;
+        std::size_t size = 0;
+        if (ZoUnzipItem(zip, 0, block, size) != 0 || size < Stored().bytes.size()) Fail("ZoUnzipItem");
+        benchmark::DoNotOptimize(block.get());
+    }
+    ZoUnzipClose(zip);
+}
+BENCHMARK(ArchiveReadFloor)->Unit(benchmark::kMillisecond);
+
+void ArchiveRead(benchmark::State& state) {
+    PointArchive archive(Stored().file.Name(), false, nullptr);
+    for (auto _ : state) {
+        if (!archive.UnzipItem(kItem, nullptr)) Fail("UnzipItem");
+    }
+}
+BENCHMARK(ArchiveRead)->Unit(benchmark::kMillisecond);
+
+void ReadRecords(benchmark::State& state) {
+    PointArchive archive(Stored().file.Name(), false, nullptr);
+    archive.UnzipItem(kItem, nullptr);
+    for (auto _ : state) {
+        archive.position = 0;
+        auto list = std::make_unique<ZoPointList>();
+        list->ReadV9(&archive);
+        state.PauseTiming();
+        if (!list->Last() || list->Last()->id != kPoints) Fail("ReadV9");
+        list.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(ReadRecords)->Unit(benchmark::kMillisecond);
 
 }  // namespace
