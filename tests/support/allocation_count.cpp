@@ -20,7 +20,11 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
-// Sorting takes its buffer by this one; left to a sanitizer it would not match the deletes below.
+// The forms below would lead to the one above; a sanitizer brings its own, which neither count nor match the deletes.
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     ++allocations;
     return std::malloc(size);
@@ -31,5 +35,13 @@ void operator delete(void* memory) noexcept {
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept {
     std::free(memory);
 }
