@@ -115,13 +115,20 @@ TEST(TriangleIntersection, AllFormsAgreeWithExactSeparatingAxes) {
         EXPECT_GT(count, 500);
 }
 
-TEST(TriangleIntersection, DistancesBelowTheLimitCountAsContact) {
+TEST(TriangleIntersection, ContactWithinTheLimitCounts) {
     const ZoTrinagle3d floor({0, 0, 0}, {1, 0, 0}, {0, 1, 0});
     for (const double gap : {0.9e-6, 1.1e-6}) {
         const ZoTrinagle3d standing({0.2, 0.2, gap}, {0.2, 0.2, 1}, {0.3, 0.2, 1});
         EXPECT_EQ(floor.Intersect(standing), gap < 1e-6 ? 1 : 0);
         const ZoTrinagle3d lying({0.2, 0.2, gap}, {5, 0.2, gap}, {5, 0.3, gap});
         EXPECT_EQ(floor.Intersect(lying), gap < 1e-6 ? 1 : 0);
+    }
+    // Nested in one plane, and edge on edge in a single point.
+    const ZoTrinagle3d wide({0, 0, 0}, {8, 0, 0}, {0, 8, 0});
+    for (const ZoTrinagle3d& other :
+         {ZoTrinagle3d({1, 1, 0}, {2, 1, 0}, {1, 2, 0}), ZoTrinagle3d({4, 0, -4}, {4, 0, 4}, {4, -4, 0})}) {
+        EXPECT_EQ(wide.Intersect(other), 1);
+        EXPECT_EQ(other.Intersect(wide), 1);
     }
     const double none = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(floor.Intersect(ZoTrinagle3d({none, none, none}, {0, 0, 1}, {1, 0, -1})), 0);
