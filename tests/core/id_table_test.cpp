@@ -66,73 +66,58 @@ struct Table2D : ZoIdTable2D, LinkHdl {
     long Read(ZoReaderObject* object) { return ZoIdTable2D::Read(object); }
 };
 
-TEST(IdPair, OrdersByFirstThenSecond) {
+TEST(IdPair, OrdersWithinAndAmongPairs) {
     ZoIdPair pair(7, 3);
-    EXPECT_TRUE(pair.Sort());
+    EXPECT_TRUE(pair.Sort() && !pair.Sort());
     EXPECT_EQ(pair, ZoIdPair(3, 7));
-    EXPECT_FALSE(pair.Sort());
     EXPECT_TRUE(pair.HasId(7) && pair.HasId(3) && !pair.HasId(4));
-    EXPECT_EQ(ZoIdPair(1, 2).OtherId(1), 2u);
-    EXPECT_EQ(ZoIdPair(1, 2).OtherId(2), 1u);
-    EXPECT_EQ(ZoIdPair(1, 2).OtherId(9), 1u);
+    EXPECT_EQ(pair.OtherId(3), 7u);
+    EXPECT_EQ(pair.OtherId(7), 3u);
+    EXPECT_EQ(pair.OtherId(9), 3u);
     EXPECT_TRUE(ZoIdPair(1, 9) < ZoIdPair(2, 0) && ZoIdPair(1, 1) < ZoIdPair(1, 2) && ZoIdPair(1, 2) <= ZoIdPair(1, 2));
     EXPECT_FALSE(ZoIdPair(1, 2) < ZoIdPair(1, 2) || ZoIdPair(2, 0) <= ZoIdPair(1, 9));
 
     ZoIdPairTable table;
-    for (const ZoIdPair& each : {ZoIdPair(5, 4), ZoIdPair(1, 2), ZoIdPair(4, 5)})
-        table.Add(each);
+    table.Add(ZoIdPair(5, 4));
+    table.Add(ZoIdPair(1, 2));
     table.SortIdPairs();
     EXPECT_EQ(table[0], ZoIdPair(4, 5));
-    table.Sort();
-    EXPECT_EQ(table[0], ZoIdPair(1, 2));
-    EXPECT_EQ(table.BinSearchUp(ZoIdPair(9, 9)), -1);
-    pair.Clear();
-    EXPECT_EQ(pair, ZoIdPair());
 }
 
 TEST(IdTable, LinesHoldTenIdsOrFivePairs) {
     ZoWriterReset();
     ZoIdTable table;
     ZoIdPairTable pairs;
-    std::ostringstream none;
-    table.Write(none);
-    EXPECT_EQ(none.str(), "\n");
-    std::ostringstream lines;
-    std::ostringstream pairLines;
-    for (unsigned int id = 0; id < 10; ++id) {
-        table.Add(id);
-        lines << id << "          ";
-        if (id % 2 == 0) continue;
-        pairs.Add(ZoIdPair(id, 4294967295u));
-        pairLines << id << "          4294967295  ";
-    }
     std::ostringstream text;
     table.Write(text);
-    EXPECT_EQ(text.str(), lines.str() + "\n\n");
+    for (unsigned int id = 1; id <= 10; ++id)
+        table.Add(id * 100000000);
+    table.Write(text);
+    EXPECT_EQ(text.str(),
+              "\n100000000  200000000  300000000  400000000  500000000  600000000  700000000  800000000  900000000  "
+              "1000000000 \n\n");
     std::ostringstream pairText;
-    pairs.Add(ZoIdPair(1, 2));
+    for (unsigned int id = 1; id <= 6; ++id)
+        pairs.Add(ZoIdPair(id, 4294967295u));
     pairs.Write(pairText);
-    EXPECT_EQ(pairText.str(), pairLines.str() + "\n1          2           \n");
+    EXPECT_EQ(pairText.str(),
+              "1          4294967295  2          4294967295  3          4294967295  4          4294967295  "
+              "5          4294967295  \n6          4294967295  \n");
 
     ZoIdTable back;
     ZoIdPairTable pairsBack;
     EXPECT_EQ(ReadText(text.str(), back) + ReadText(pairText.str(), pairsBack), 0);
-    EXPECT_EQ(back, table);
-    EXPECT_EQ(pairsBack, pairs);
+    EXPECT_TRUE(back == table && pairsBack == pairs);
 }
 
 TEST(IdTable, TextEndsAtTheBlockAndNowhereElse) {
-    struct {
-        const char* text;
-        Ids ids;
-        int errors;
-    } const rows[] = {
-        {"1 2\n3 ; four\n", {1, 2, 3}, 0}, {"", {}, 0}, {"1 2.5 3", {1}, 1}, {"1 \"2\"", {1}, 1}, {"1 { 2", {1}, 1},
-    };
-    for (const auto& [text, ids, errors] : rows) {
-        ZoIdTable table;
-        EXPECT_EQ(ReadText(text, table), errors) << text;
-        EXPECT_EQ(Values(table), ids) << text;
+    ZoIdTable table;
+    EXPECT_EQ(ReadText("1 2\n3 ; four\n", table) + ReadText("", table), 0);
+    EXPECT_EQ(Values(table), (Ids{1, 2, 3}));
+    for (const char* text : {"1 2.5 3", "1 \"2\"", "1 { 2"}) {
+        ZoIdTable cut;
+        EXPECT_EQ(ReadText(text, cut), 1) << text;
+        EXPECT_EQ(Values(cut), (Ids{1})) << text;
     }
     ZoIdPairTable pairs;
     EXPECT_EQ(ReadText("1 2 3", pairs), 0);
@@ -146,43 +131,36 @@ TEST(IdTable, ArchiveFormIsCountAndIds) {
     table.Add(5);
     const std::string bytes = Bytes({2, 0, 0, 0, 0, 0, 0, 0, 4, 3, 2, 1, 5, 0, 0, 0});
     EXPECT_EQ(item.Take(table), bytes);
-    item.Give(bytes);
-    table.ReadV9(&item);
-    EXPECT_EQ(Values(table), (Ids{0x01020304, 5, 0x01020304, 5}));
-
-    // A count that lies, and one that is cut itself.
-    ZoIdTable lying;
-    item.Give(Bytes({0, 0, 0, 0, 0, 0, 0, 16, 9, 0, 0, 0, 1, 1}));
-    lying.ReadV9(&item);
-    EXPECT_EQ(Values(lying), (Ids{9}));
-    item.Give(Bytes({1, 0, 0}));
-    lying.ReadV9(&item);
-    EXPECT_EQ(lying.Size(), 1);
+    // The second of these counts lies.
+    for (const std::string& added : {bytes, Bytes({0, 0, 0, 0, 0, 0, 0, 16, 9, 0, 0, 0, 1}), Bytes({1, 0})}) {
+        item.Give(added);
+        table.ReadV9(&item);
+    }
+    EXPECT_EQ(Values(table), (Ids{0x01020304, 5, 0x01020304, 5, 9}));
 }
 
 TEST(IdTable2D, TextAndArchiveHoldRowAfterRow) {
     ZoIdTable2D table(3, 2);
     EXPECT_EQ(table.table.data, Ids(6, 0));
-    table.table(0, 0) = 1;
     table.table(2, 0) = 3;
     table.table(1, 1) = 5;
-    const Ids cells = {1, 0, 3, 0, 5, 0};
+    const Ids cells = {0, 0, 3, 0, 5, 0};
     EXPECT_EQ(table.table.data, cells);
     EXPECT_EQ(table.table.At(1, 1), 5u);
     EXPECT_EQ(table.table.At(3, 0) + table.table.At(0, -1), 0u);
 
     std::ostringstream text;
     table.Write(text);
-    Table2D fromText;
-    EXPECT_EQ(ReadText(text.str(), fromText), 0);
-    EXPECT_EQ(fromText.table.SizeX(), 3);
-    EXPECT_EQ(fromText.table.data, cells);
+    Table2D back;
+    EXPECT_EQ(ReadText(text.str(), back), 0);
+    EXPECT_EQ(back.table.SizeX(), 3);
+    EXPECT_EQ(back.table.data, cells);
 
     ItemBytes item;
-    const std::string bytes = item.Take(table);
-    EXPECT_EQ(bytes, Bytes({3, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0,
-                            0, 0, 0, 0, 3, 0, 0, 0, 0, 0, 0, 0, 5, 0, 0, 0, 0, 0, 0, 0}));
-    ZoIdTable2D back(7, 7);
+    const std::string bytes = Bytes({3, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0}) + std::string(8, '\0') +
+                              Bytes({3, 0, 0, 0, 0, 0, 0, 0, 5, 0, 0, 0, 0, 0, 0, 0});
+    EXPECT_EQ(item.Take(table), bytes);
+    back.table.Set(7, 7);
     item.Give(bytes);
     back.ReadV9(&item);
     EXPECT_EQ(back.table.SizeY(), 2);
@@ -190,24 +168,24 @@ TEST(IdTable2D, TextAndArchiveHoldRowAfterRow) {
 }
 
 TEST(IdTable2D, SizesThatLieTakeNoMemory) {
-    ItemBytes item;
     for (const std::string& bytes :
          {Bytes({0, 0, 0, 0, 0, 0, 0, 16, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}),   // 2^60 columns
           Bytes({0, 0, 0, 64, 0, 0, 0, 0, 0, 0, 0, 64, 0, 0, 0, 0, 1, 0, 0, 0}),  // 2^30 by 2^30
           Bytes({2, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}), Bytes({1, 0, 0})}) {
+        ItemBytes item;
         ZoIdTable2D table(2, 2);
         item.Give(bytes);
         table.ReadV9(&item);
-        EXPECT_TRUE(table.table.data.empty());
+        EXPECT_EQ(table.table.data, Ids{});
         EXPECT_EQ(table.table.SizeX(), 0);
     }
     Table2D table;
     EXPECT_EQ(ReadText("2000000000 2000000000 1 2 3", table), 1);
-    EXPECT_TRUE(table.table.data.empty());
+    EXPECT_EQ(table.table.data, Ids{});
     EXPECT_EQ(ReadText("3 2 1 2", table), 1);
     EXPECT_EQ(table.table.data, (Ids{1, 2, 0, 0, 0, 0}));
     EXPECT_EQ(ReadText("-3 2", table), 0);
-    EXPECT_TRUE(table.table.data.empty());
+    EXPECT_EQ(table.table.data, Ids{});
 
     std::string large = "300 300";
     for (int i = 0; i < 90000; ++i)

@@ -33,9 +33,7 @@ TEST(Time, WhatIsNoTimeIsANumber) {
 
 TEST(Time, DurationsSplit) {
     const ZoHourMinSec split(3725.5);
-    EXPECT_EQ(split.hours, 1);
-    EXPECT_EQ(split.minutes, 2);
-    EXPECT_EQ(split.seconds, 5.5);
+    EXPECT_TRUE(split.hours == 1 && split.minutes == 2 && split.seconds == 5.5);
     EXPECT_EQ(split.ValueHMS(), "01:02:5.5");
     EXPECT_EQ(ZoHourMinSec(360000 + 59).ValueHMS(), "100:00:59.0");
     EXPECT_EQ(ZoHourMinSec(std::numeric_limits<double>::infinity()).hours, std::numeric_limits<std::int32_t>::max());
@@ -57,15 +55,13 @@ TEST(Time, StopwatchCountsAcrossTheEndOfTheWeek) {
     watch.SetValid(false);
     EXPECT_EQ(watch.ValueHMS(), "");
     EXPECT_EQ(copy.ValueHMS(), "01:00:2.5");
+    *watch.startTime = {1, 8, 0, 0, 0};
+    *watch.stopTime = {3, 9, 30, 0, 500};
     int hours = 0;
     int minutes = 0;
     double seconds = 0;
-    *watch.startTime = {1, 8, 0, 0, 0};
-    *watch.stopTime = {3, 9, 30, 0, 500};
     watch.Value(hours, minutes, seconds);
-    EXPECT_EQ(hours, 49);
-    EXPECT_EQ(minutes, 30);
-    EXPECT_DOUBLE_EQ(seconds, 0.5);
+    EXPECT_TRUE(hours == 49 && minutes == 30 && seconds == 0.5);
 }
 
 }  // namespace
