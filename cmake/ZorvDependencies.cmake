@@ -7,5 +7,8 @@ find_package(pugixml REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(minizip REQUIRED IMPORTED_TARGET minizip)
 
+# Does the geodesy: UTM, UPS, MGRS and transverse Mercator to nanometres.
+pkg_check_modules(geographiclib REQUIRED IMPORTED_TARGET geographiclib)
+
 # Deflates and inflates archive items about twice as fast as zlib, with the same bytes for any unzip program.
 pkg_check_modules(libdeflate IMPORTED_TARGET libdeflate)

@@ -100,4 +100,8 @@
 #include "zorv/cad/linear_regression.h"
 #include "zorv/cad/ortho_line.h"
 #include "zorv/cad/rectangle.h"
+#include "zorv/geodesy/deg_min_sec.h"
+#include "zorv/geodesy/gauss_krueger.h"
+#include "zorv/geodesy/gps_position.h"
+#include "zorv/geodesy/utm_point.h"
 #include "zorv/report/html_report.h"
