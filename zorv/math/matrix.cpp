@@ -2,23 +2,6 @@
 
 #include <utility>
 
-namespace {
-
-/// One small square product with the loops known to the compiler; the sums run in the order of the general product.
-template <int n>
-void MultiplySquare(const double* a, const double* b, double* result) {
-    for (int r = 0; r < n; ++r) {
-        for (int c = 0; c < n; ++c) {
-            double sum = 0.0;
-            for (int k = 0; k < n; ++k)
-                sum += a[r * n + k] * b[k * n + c];
-            result[r * n + c] = sum;
-        }
-    }
-}
-
-}  // namespace
-
 ZoMatrix::ZoMatrix(ZoMatrix&& other) noexcept
     : rows(std::exchange(other.rows, 0)), cols(std::exchange(other.cols, 0)), block(std::move(other.block)) {
     std::copy_n(other.elements, kInlineSize, elements);
@@ -27,15 +10,19 @@ ZoMatrix::ZoMatrix(ZoMatrix&& other) noexcept
     other.data = other.elements;
 }
 
-void ZoMatrix::ReshapeBlock(int lines, int columns) {
-    const std::size_t count = static_cast<std::size_t>(lines) * static_cast<std::size_t>(columns);
-    if (!block || count != static_cast<std::size_t>(Count())) {
-        block = count > kInlineSize ? std::make_unique<double[]>(count) : nullptr;
-        data = block ? block.get() : elements;
-    }
-    rows = lines;
-    cols = columns;
-    std::fill_n(data, block ? Count() : kInlineSize, 0.0);
+void ZoMatrix::MakeBlock() {
+    block = std::make_unique<double[]>(static_cast<std::size_t>(Count()));
+    data = block.get();
+}
+
+void ZoMatrix::Reshape(int lines, int columns) {
+    if (lines == rows && columns == cols) return Clear();
+    ZoMatrix fresh(lines, columns);
+    rows = fresh.rows;
+    cols = fresh.cols;
+    block = std::move(fresh.block);
+    data = block ? block.get() : elements;
+    std::fill_n(elements, kInlineSize, 0.0);
 }
 
 void ZoMatrix::Set(const double* values, int lines, int columns) {
@@ -134,22 +121,16 @@ ZoMatrix& ZoMatrix::operator*=(double factor) {
     return *this;
 }
 
-ZoMatrix ZoMatrix::operator*(const ZoMatrix& other) const {
+ZoMatrix ZoMatrix::Multiply(const ZoMatrix& other) const {
     ZoMatrix result(rows, other.cols);
-    if (rows == 3 && cols == 3 && other.cols == 3) {
-        MultiplySquare<3>(data, other.data, result.data);
-    } else if (rows == 4 && cols == 4 && other.cols == 4) {
-        MultiplySquare<4>(data, other.data, result.data);
-    } else {
-        // Line by line, so that the memory is walked in order; each element still sums over k ascending.
-        for (std::ptrdiff_t r = 0; r < rows; ++r) {
-            double* sums = result.data + r * other.cols;
-            for (std::ptrdiff_t k = 0; k < cols; ++k) {
-                const double factor = data[r * cols + k];
-                const double* line = other.data + k * other.cols;
-                for (std::ptrdiff_t c = 0; c < other.cols; ++c)
-                    sums[c] += factor * line[c];
-            }
+    // Line by line, so that the memory is walked in order; each element still sums from left to right.
+    for (std::ptrdiff_t r = 0; r < rows; ++r) {
+        double* sums = result.data + r * other.cols;
+        for (std::ptrdiff_t k = 0; k < cols; ++k) {
+            const double factor = data[r * cols + k];
+            const double* line = other.data + k * other.cols;
+            for (std::ptrdiff_t c = 0; c < other.cols; ++c)
+                sums[c] += factor * line[c];
         }
     }
     return result;

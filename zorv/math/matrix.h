@@ -30,11 +30,13 @@ class ZORV_API ZoMatrix {
 
     ZoMatrix() = default;
     /// All zero. Negative numbers count as 0.
-    ZoMatrix(int lines, int columns) { Reshape(lines, columns); }
+    ZoMatrix(int lines, int columns) : rows(std::max(lines, 0)), cols(std::max(columns, 0)) {
+        if (Count() > kInlineSize) MakeBlock();
+    }
     /// Copies lines * columns values, row by row.
     ZoMatrix(const double* values, int lines, int columns) { Set(values, lines, columns); }
-    ZoMatrix(const ZoMatrix& other) {
-        Reshape(other.rows, other.cols);
+    ZoMatrix(const ZoMatrix& other) : rows(other.rows), cols(other.cols) {
+        if (Count() > kInlineSize) MakeBlock();
         std::copy_n(other.data, Count(), data);
     }
     ZoMatrix(ZoMatrix&& other) noexcept;
@@ -105,7 +107,11 @@ class ZORV_API ZoMatrix {
     ZoMatrix& operator*=(double factor);
     /// Multiplies by 1 / divisor.
     ZoMatrix& operator/=(double divisor) { return *this *= 1.0 / divisor; }
-    ZoMatrix operator*(const ZoMatrix& other) const;
+    ZoMatrix operator*(const ZoMatrix& other) const {
+        if (rows == 3 && cols == 3 && other.cols == 3) return MultiplySquare<3>(other);
+        if (rows == 4 && cols == 4 && other.cols == 4) return MultiplySquare<4>(other);
+        return Multiply(other);
+    }
     ZoVector operator*(const ZoVector& v) const;
 
     /// See the free functions of zorv/math/solvers.h.
@@ -204,16 +210,32 @@ class ZORV_API ZoMatrix {
 
     std::ptrdiff_t LineOffset(int r) const { return static_cast<std::ptrdiff_t>(r - 1) * cols - 1; }
     std::ptrdiff_t Count() const { return static_cast<std::ptrdiff_t>(rows) * cols; }
-    /// Takes the shape, all zero; keeps the block when the number of elements is the same.
-    void Reshape(int lines, int columns) {
-        lines = std::max(lines, 0);
-        columns = std::max(columns, 0);
-        if (block || static_cast<std::int64_t>(lines) * columns > kInlineSize) return ReshapeBlock(lines, columns);
-        std::fill_n(elements, kInlineSize, 0.0);
-        rows = lines;
-        cols = columns;
+    /// Takes the shape, all zero; a new block only when the shape differs.
+    void Reshape(int lines, int columns);
+    /// Puts the elements of the present shape on the heap, all zero.
+    void MakeBlock();
+    ZoMatrix Multiply(const ZoMatrix& other) const;
+    /// A small square product with its loops known to the compiler. Each element sums from left to right, as in the
+    /// general product. The local array tells the compiler that nothing overlaps.
+    template <int n>
+    ZoMatrix MultiplySquare(const ZoMatrix& other) const {
+        const double* a = data;
+        const double* b = other.data;
+        double product[kInlineSize] = {};
+        for (int r = 0; r < n; ++r) {
+            for (int c = 0; c < n; ++c) {
+                double sum = 0.0;
+                for (int k = 0; k < n; ++k)
+                    sum += a[r * n + k] * b[k * n + c];
+                product[r * n + c] = sum;
+            }
+        }
+        return ZoMatrix(n, product);
     }
-    void ReshapeBlock(int lines, int columns);
+    /// A small square matrix from as many values as fit inside.
+    ZoMatrix(int n, const double (&values)[kInlineSize]) : rows(n), cols(n) {
+        std::copy_n(values, kInlineSize, elements);
+    }
     void SetRotation(int first, int second, double angle);
 
     double* data = elements;

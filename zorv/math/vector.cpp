@@ -23,13 +23,18 @@ ZoVector::ZoVector(ZoVector&& other) noexcept : size(std::exchange(other.size, 0
     other.data = other.elements;
 }
 
-void ZoVector::ReshapeBlock(int newSize) {
-    if (newSize != size || !block) {
-        block = newSize > kInlineSize ? std::make_unique<double[]>(static_cast<std::size_t>(newSize)) : nullptr;
-        data = block ? block.get() : elements;
-        size = std::max(newSize, 0);
-    }
-    std::fill_n(data, block ? size : kInlineSize, 0.0);
+void ZoVector::MakeBlock() {
+    block = std::make_unique<double[]>(static_cast<std::size_t>(size));
+    data = block.get();
+}
+
+void ZoVector::Reshape(int count) {
+    if (count == size) return Clear();
+    ZoVector fresh(count);
+    size = fresh.size;
+    block = std::move(fresh.block);
+    data = block ? block.get() : elements;
+    std::fill_n(elements, kInlineSize, 0.0);
 }
 
 bool ZoVector::IsNormalized(double eps) const {

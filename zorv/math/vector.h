@@ -37,15 +37,17 @@ class ZORV_API ZoVector {
 
     constexpr ZoVector() = default;
     /// All zero. A negative size counts as 0.
-    explicit ZoVector(int count) { Reshape(count); }
+    explicit ZoVector(int count) : size(std::max(count, 0)) {
+        if (size > kInlineSize) MakeBlock();
+    }
     constexpr ZoVector(double x, double y) : elements{x, y}, size(2) {}
     constexpr ZoVector(double x, double y, double z) : elements{x, y, z}, size(3) {}
     constexpr ZoVector(double x, double y, double z, double w) : elements{x, y, z, w}, size(4) {}
     ZoVector(const ZoPoint& point, eZoVectorType type);
     /// Reads at once; throws what Read throws.
     explicit ZoVector(ZoReaderObject* object) { Read(object); }
-    ZoVector(const ZoVector& other) {
-        Reshape(other.size);
+    ZoVector(const ZoVector& other) : size(other.size) {
+        if (size > kInlineSize) MakeBlock();
         std::copy_n(other.data, size, data);
     }
     ZoVector(ZoVector&& other) noexcept;
@@ -151,13 +153,10 @@ class ZORV_API ZoVector {
   private:
     friend class ZoMatrix;
 
-    /// Takes the size, all zero; keeps the block when the size is the same.
-    void Reshape(int newSize) {
-        if (newSize > kInlineSize || block) return ReshapeBlock(newSize);
-        std::fill_n(elements, kInlineSize, 0.0);
-        size = std::max(newSize, 0);
-    }
-    void ReshapeBlock(int newSize);
+    /// Takes the size, all zero; a new block only when the size differs.
+    void Reshape(int count);
+    /// Puts the elements of the present size on the heap, all zero.
+    void MakeBlock();
 
     double* data = elements;
     double elements[kInlineSize] = {};
