@@ -57,14 +57,15 @@ int ZoLogItem::Read(ZoReaderObject* object) {
 std::ostream& ZoLogItem::Write(std::ostream& stream) const {
     using zorv::detail::FieldWidth;
     zorv::detail::RecordText text;
-    zorv::detail::AppendPoint(text, point, PointTable());
+    zorv::detail::AppendPoint(text, point, zorv::detail::ColumnPlan(PointTable()));
     text.Field(FieldWidth::w4, static_cast<int>(measureMode));
     text.Field(FieldWidth::w4, measureValue).Text(" {");
+    const zorv::detail::ColumnPlan imageColumns(ImagePointTable());
     zorv::detail::RecordText each;
     std::size_t lineBegin = 0;
     for (const ZoPoint* image = imagePoints.First(); image; image = image->NextConst()) {
         each.Clear();
-        zorv::detail::AppendPoint(each, *image, ImagePointTable());
+        zorv::detail::AppendPoint(each, *image, imageColumns);
         if (text.View().size() + each.View().size() - lineBegin > kLongLine) {
             text.Char('\n');
             lineBegin = text.View().size();

@@ -21,7 +21,8 @@ class ZORV_API ZoPoint : public TZoFlagNode<ZoPoint> {
     static constexpr int kInUse = 5;
     static constexpr int kControlMask = 7;
 
-    ZoPoint() = default;
+    // Not defaulted: `ZoPoint()` would clear the whole record before its members are set.
+    ZoPoint() {}
     ZoPoint(unsigned int number, double px, double py, double pz, short control)
         : TZoFlagNode<ZoPoint>(number), controlFlags(control), x(px), y(py), z(pz) {}
     explicit ZoPoint(CZipWrapper* archive) { ReadV9(archive); }

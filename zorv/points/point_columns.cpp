@@ -78,10 +78,9 @@ constinit const std::array<const PointColumn*, kPointKinds> kPointColumns = [] {
 
 std::ostream& operator<<(std::ostream& stream, const TZoFormatTable<eZoPointRWMask>& table) {
     zorv::detail::RecordText text;
-    zorv::detail::ForEachColumn(table, [&](const zorv::detail::PointColumn& column) {
-        if (column.title) text.Field(column.titleWidth, column.title);
-        return true;
-    });
+    for (const zorv::detail::PointColumn* column : zorv::detail::ColumnPlan(table)) {
+        if (column->title) text.Field(column->titleWidth, column->title);
+    }
     text.WriteTo(stream);
     return stream;
 }

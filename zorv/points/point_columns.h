@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
+#include <vector>
 
 #include "zorv/core/record_text.h"
 #include "zorv/points/column_table.h"
@@ -56,14 +57,35 @@ inline const PointColumn* FindPointColumn(eZoPointRWMask kind) {
     return kind >= 0 && kind < kPointKinds ? kPointColumns[static_cast<std::size_t>(kind)] : nullptr;
 }
 
-/// Calls `visit` with each column of the table until it returns false. Kinds that no column has are passed.
-template <class Visit>
-void ForEachColumn(const TZoFormatTable<eZoPointRWMask>& table, Visit visit) {
-    for (int i = 0; i < table.Size() && table.columns[i] != eZoRWEnd; ++i) {
-        const PointColumn* column = FindPointColumn(table.columns[i]);
-        if (column && !visit(*column)) return;
+/// The columns of a table, looked up once. Kinds that no column has are left out, and a 0 ends the table.
+class ColumnPlan {
+  public:
+    explicit ColumnPlan(const TZoFormatTable<eZoPointRWMask>& table) {
+        for (int i = 0; i < table.Size() && table.columns[i] != eZoRWEnd; ++i) {
+            if (const PointColumn* column = FindPointColumn(table.columns[i])) Add(column);
+        }
     }
-}
+    ColumnPlan(const ColumnPlan&) = delete;
+    ColumnPlan& operator=(const ColumnPlan&) = delete;
+
+    const PointColumn* const* begin() const { return many.empty() ? few.data() : many.data(); }
+    const PointColumn* const* end() const { return begin() + size; }
+
+  private:
+    void Add(const PointColumn* column) {
+        if (size < few.size()) {
+            few[size] = column;
+        } else {
+            if (many.empty()) many.assign(few.begin(), few.end());
+            many.push_back(column);
+        }
+        ++size;
+    }
+
+    std::array<const PointColumn*, 32> few;  ///< enough for any table without repetitions
+    std::vector<const PointColumn*> many;
+    std::size_t size = 0;
+};
 
 /// Sets the id from a text of digits only; any other text becomes the name, and the id is made from it. A 0 is a number
 /// only where `zeroIsId` says so.
@@ -79,9 +101,9 @@ inline float ToFloat(double value) {
 
 /// Reads the columns from a line in [begin, end), which is followed by a zero and is cut in place. Returns how many got
 /// a value.
-int ReadPointLine(ZoPoint& point, char* begin, char* end, const TZoFormatTable<eZoPointRWMask>& table);
+int ReadPointLine(ZoPoint& point, char* begin, char* end, const ColumnPlan& columns);
 
 /// Appends the columns as a stream gets them, without a line end.
-void AppendPoint(RecordText& text, const ZoPoint& point, const TZoFormatTable<eZoPointRWMask>& table);
+void AppendPoint(RecordText& text, const ZoPoint& point, const ColumnPlan& columns);
 
 }  // namespace zorv::detail

@@ -23,7 +23,7 @@ constexpr std::size_t kWriteBlock = 64 * 1024;
 /// Parses each line straight into the node that the list takes. A line that gives no point leaves its node to the next.
 int ReadLines(ZoPointList& list, zorv::detail::TextLines& lines, const Table& table) {
     list.SetMask(table);
-    const Table& columns = list.GetMask();
+    const zorv::detail::ColumnPlan columns(list.GetMask());
     int added = 0;
     auto point = std::make_unique<ZoPoint>();
     for (std::span<char> line; lines.Next(line);) {
@@ -63,9 +63,10 @@ std::ostream& ZoPointList::Write(std::ostream& stream) const {
     ended << Zoendl;
     const std::string lineEnd = ended.str();
 
+    const zorv::detail::ColumnPlan plan(GetMask());
     zorv::detail::RecordText text;
     for (const ZoPoint* point = First(); point; point = point->NextConst()) {
-        zorv::detail::AppendPoint(text, *point, GetMask());
+        zorv::detail::AppendPoint(text, *point, plan);
         if (point->NextConst()) text.Text(lineEnd);
         if (text.View().size() >= kWriteBlock) {
             text.WriteTo(stream);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 
 #include "zorv/core/parser.h"
@@ -6,6 +7,7 @@
 #include "zorv/points/point_columns.h"
 #include "zorv/points/point_list.h"
 
+using zorv::detail::ColumnPlan;
 using zorv::detail::ColumnRole;
 using zorv::detail::PointColumn;
 
@@ -85,13 +87,15 @@ void ReadValue(ZoPoint& point, const PointColumn& column, ZoStreamParser& in) {
     }
 }
 
-bool TakesTokens(const Table& table) {
-    bool takes = false;
-    zorv::detail::ForEachColumn(table, [&](const PointColumn& column) {
-        takes = column.TakesToken();
-        return !takes;
-    });
-    return takes;
+void ReadValues(ZoPoint& point, const ColumnPlan& columns, ZoStreamParser& in) {
+    for (const PointColumn* column : columns) {
+        // By far the most columns.
+        if (column->role == ColumnRole::kReal) {
+            in >> point.*column->real;
+        } else {
+            ReadValue(point, *column, in);
+        }
+    }
 }
 
 const Table& PositionTable() {
@@ -114,24 +118,21 @@ void PassValues(ZoStreamParser& in) {
 
 int ZoPoint::Read(ZoReaderObject* object, const Table& table) {
     ZoStreamParser in = object->GetStreamParser();
-    zorv::detail::ForEachColumn(table, [&](const PointColumn& column) {
-        ReadValue(*this, column, in);
-        return true;
-    });
+    ReadValues(*this, ColumnPlan(table), in);
     return 1;
 }
 
 long ZoPointList::Read(ZoReaderObject* object) {
     ZoStreamParser in = object->GetStreamParser();
-    const Table table(GetMask());
-    if (!TakesTokens(table)) {
+    const ColumnPlan plan(GetMask());
+    if (std::none_of(plan.begin(), plan.end(), [](const PointColumn* column) { return column->TakesToken(); })) {
         PassValues(in);
         return 1;
     }
     try {
         for (;;) {
             auto point = std::make_unique<ZoPoint>();
-            point->Read(object, table);
+            ReadValues(*point, plan, in);
             Add(point.release());
         }
     } catch (const ZoParserStatus&) {

@@ -150,15 +150,14 @@ void SetIdOrName(ZoPoint& point, std::string_view text, bool zeroIsId) {
     }
 }
 
-int ReadPointLine(ZoPoint& point, char* begin, char* end, const Table& table) {
+int ReadPointLine(ZoPoint& point, char* begin, char* end, const ColumnPlan& columns) {
     LineFields fields(begin, end);
     int consumed = 0;
-    ForEachColumn(table, [&](const PointColumn& column) {
-        if (!fields.Advance()) return false;
-        ReadField(point, column, fields);
+    for (const PointColumn* column : columns) {
+        if (!fields.Advance()) break;
+        ReadField(point, *column, fields);
         ++consumed;
-        return true;
-    });
+    }
     return consumed;
 }
 
@@ -183,5 +182,5 @@ int ZoPoint::Read(char* line, const Table& table) {
     char* begin = line + (text.data() - line);
     char* end = begin + text.size();
     *end = 0;
-    return zorv::detail::ReadPointLine(*this, begin, end, table);
+    return zorv::detail::ReadPointLine(*this, begin, end, zorv::detail::ColumnPlan(table));
 }

@@ -63,18 +63,16 @@ void AppendColumn(RecordText& text, const ZoPoint& point, const PointColumn& col
 
 }  // namespace
 
-void AppendPoint(RecordText& text, const ZoPoint& point, const TZoFormatTable<eZoPointRWMask>& table) {
-    ForEachColumn(table, [&](const PointColumn& column) {
-        AppendColumn(text, point, column);
-        return true;
-    });
+void AppendPoint(RecordText& text, const ZoPoint& point, const ColumnPlan& columns) {
+    for (const PointColumn* column : columns)
+        AppendColumn(text, point, *column);
 }
 
 }  // namespace zorv::detail
 
 std::ostream& ZoPoint::Write(std::ostream& stream, const TZoFormatTable<eZoPointRWMask>& table) const {
     zorv::detail::RecordText text;
-    zorv::detail::AppendPoint(text, *this, table);
+    zorv::detail::AppendPoint(text, *this, zorv::detail::ColumnPlan(table));
     stream.precision(zorv::detail::kPointPrecision);
     text.WriteTo(stream);
     return stream;
