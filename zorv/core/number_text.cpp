@@ -39,7 +39,7 @@ std::wstring wzoitoa10(unsigned long long value) {
 }
 
 std::string zoitoa10(double value, int decimals) {
-    const std::string whole = zorv::detail::FixedText(value, decimals);
+    std::string whole = zorv::detail::FixedText(value, decimals);
     if (!std::isfinite(value)) return whole;
     const std::size_t sign = whole[0] == '-' ? 1 : 0;
     const std::size_t point = std::min(whole.find('.'), whole.size());
