@@ -59,6 +59,10 @@ TEST_F(FileManager, FindsByExactExtensionAndListsEveryFolder) {
               (std::vector<std::wstring>{L"<" + sub, folder.Name("top\\a.coo"), folder.Name("top\\coo"),
                                          sub + L"\\d.x.coo"}));
     EXPECT_TRUE(Find("missing", L"", true, true).empty());
+    // One name that reads like a way back up.
+    std::filesystem::create_directories(folder.path / "odd" / "x\\..");
+    std::filesystem::create_directories(folder.path / "odd" / "x");
+    EXPECT_EQ(Find("odd", L"", false, true).size(), 2u);
 }
 
 TEST_F(FileManager, NodesTellSizeAndTime) {
@@ -105,6 +109,8 @@ TEST_F(FileManager, LinksAreNeitherFollowedNorCounted) {
     std::filesystem::create_directory_symlink(folder.path / "kept", folder.path / "top" / "link");
     std::filesystem::create_directory_symlink(folder.path / "top", folder.path / "top" / "cycle");
     EXPECT_EQ(Find("top", L"", false, true).size(), 2u);
+    EXPECT_EQ(CFileManager::DeleteFolder(folder.Name("top"), false), 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path / "top" / "link"));
     EXPECT_EQ(CFileManager::DeleteFolder(folder.Name("top"), true), 0);
     EXPECT_FALSE(std::filesystem::exists(folder.path / "top"));
     EXPECT_EQ(folder.Read("kept/file"), "x");

@@ -35,7 +35,7 @@ int DeleteTree(const std::filesystem::path& folder, bool recursive) {
     bool folderStayed = false;
     for (const FolderEntry& entry : listing.entries) {
         if (IsHidden(entry)) continue;
-        if (entry.isFolder && !entry.isLink && !recursive) {
+        if (entry.isFolder && !recursive) {
             folderStayed = true;
             continue;
         }
@@ -46,9 +46,44 @@ int DeleteTree(const std::filesystem::path& folder, bool recursive) {
     return folderStayed ? 0 : ResetAndRemove(folder);
 }
 
-/// The text behind the last dot; the whole name without one.
+/// Whether the text behind the last dot, the whole name without one, is the extension.
 bool HasExtension(const std::wstring& name, const std::wstring& extension) {
     return extension.empty() || name.compare(name.rfind(L'.') + 1, std::wstring::npos, extension) == 0;
+}
+
+/// What a search for files asks for, and where its result goes.
+struct FileSearch {
+    std::vector<CFileNode>& nodes;
+    bool fullPath;
+    const std::wstring& extension;
+    std::uint64_t* totalSize;
+    bool recursive;
+};
+
+/// Folders are entered by the system's form of their path: the wide form of a name may lead elsewhere.
+int FindInFolder(const FileSearch& search, const std::filesystem::path& folder, const std::wstring& prefix) {
+    const FolderListing listing = zorv::detail::ListFolder(folder);
+    if (!listing.isOpened) return 0;
+    std::uint64_t sum = 0;
+    int result = listing.error;
+    for (const FolderEntry& entry : listing.entries) {
+        if (IsHidden(entry) || (!entry.isFolder && !HasExtension(entry.name, search.extension))) continue;
+        CFileNode node;
+        node.name = entry.isFolder || search.fullPath ? prefix + entry.name : entry.name;
+        node.type = entry.isFolder ? CFileNode::kTypeFolder : CFileNode::kTypeFile;
+        node.size = entry.size;
+        node.time = {static_cast<std::uint32_t>(entry.time), static_cast<std::uint32_t>(entry.time >> 32)};
+        sum += node.size;
+        search.nodes.push_back(std::move(node));
+        if (!search.recursive || !entry.isFolder || entry.isLink) continue;
+        const int inner = FindInFolder(search, entry.path, prefix + entry.name + L"\\");
+        if (inner != 0) {
+            result = inner;
+            break;
+        }
+    }
+    if (search.totalSize) *search.totalSize += sum;
+    return result;
 }
 
 int TypeRank(std::uint8_t type) {
@@ -101,28 +136,8 @@ int CFileManager::DeleteFolder(const std::wstring& path, bool recursive) {
 int CFileManager::FindFiles(std::vector<CFileNode>& nodes, bool fullPath, const std::wstring& directory,
                             const std::wstring& extension, std::uint64_t* totalSize, bool recursive) {
     const std::wstring prefix = directory + L"\\";
-    const FolderListing listing = zorv::detail::ListFolder(zorv::detail::NativePath(prefix));
-    if (!listing.isOpened) return 0;
-    std::uint64_t sum = 0;
-    int result = listing.error;
-    for (const FolderEntry& entry : listing.entries) {
-        if (IsHidden(entry) || (!entry.isFolder && !HasExtension(entry.name, extension))) continue;
-        CFileNode node;
-        node.name = entry.isFolder || fullPath ? prefix + entry.name : entry.name;
-        node.type = entry.isFolder ? CFileNode::kTypeFolder : CFileNode::kTypeFile;
-        node.size = entry.size;
-        node.time = {static_cast<std::uint32_t>(entry.time), static_cast<std::uint32_t>(entry.time >> 32)};
-        sum += node.size;
-        nodes.push_back(std::move(node));
-        if (!recursive || !entry.isFolder || entry.isLink) continue;
-        const int inner = FindFiles(nodes, fullPath, prefix + entry.name, extension, totalSize, recursive);
-        if (inner != 0) {
-            result = inner;
-            break;
-        }
-    }
-    if (totalSize) *totalSize += sum;
-    return result;
+    const FileSearch search{nodes, fullPath, extension, totalSize, recursive};
+    return FindInFolder(search, zorv::detail::NativePath(prefix), prefix);
 }
 
 std::wstring CFileManager::GetAsNiceString(std::uint64_t bytes) {

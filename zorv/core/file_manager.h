@@ -49,8 +49,9 @@ class ZORV_API CFileManager {
     static int CreateFolders(const std::wstring& path);
 
     /// Deletes the files of a folder, with `recursive` its sub-folders too, and the folder itself unless a sub-folder
-    /// stayed. Names that begin with a dot are left alone, and then the folder cannot go. A link is deleted, never what
-    /// it points to. The first failure ends the operation. What is no folder is left alone, with result 0.
+    /// stayed. Names that begin with a dot are left alone, and then the folder cannot go. A link counts as what it
+    /// points to, but only the link itself is deleted. The first failure ends the operation. What is no folder is left
+    /// alone, with result 0.
     static int DeleteFolder(const std::wstring& path, bool recursive);
 
     /// Appends the folders and files of a directory, except names that begin with a dot, in the order of the system.

@@ -11,6 +11,7 @@ char* strstok(char* text, const char* delimiters, char quote) {
     zorv::detail::FieldSplitter splitter(text, set, quote);
     // The view points into the text, which is ours to change.
     char* token = const_cast<char*>(splitter.Next().data());
-    position = splitter.Position();
+    // Behind the end the text may be gone when the next call comes.
+    position = token ? splitter.Position() : nullptr;
     return token;
 }

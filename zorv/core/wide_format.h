@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstddef>
 #include <optional>
@@ -22,10 +23,12 @@ std::optional<std::string> FormatText(const char* format, std::va_list arguments
 void CutToBuffer(std::string& text, std::size_t bufferSize);
 void CutToBuffer(std::wstring& text, std::size_t bufferSize);
 
-/// Copies text into a fixed buffer, cut where it is too long and always terminated. A null text is empty.
+/// Copies text into a fixed buffer, cut where it is too long and always terminated. The text may lie in the buffer.
 template <std::size_t size>
 void CopyToBuffer(wchar_t (&buffer)[size], std::wstring_view text) {
-    buffer[text.copy(buffer, size - 1)] = L'\0';
+    const std::size_t length = std::min(text.size(), size - 1);
+    std::char_traits<wchar_t>::move(buffer, text.data(), length);
+    buffer[length] = L'\0';
 }
 
 }  // namespace zorv::detail
