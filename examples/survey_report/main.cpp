@@ -152,7 +152,8 @@ class Survey : public LinkHdl {
             log.AddItem(ZoLogItem(*p, &images, eZoMeasureMode{}, ++items));
         }
         ZoLogItemList back;
-        back.ReadFile(file);
+        back.SetFilename(file);
+        back.ReadFile();
         Check("measurement log read back", back.Count() == static_cast<int>(items));
         Check("points of the log written", back.WriteAsCooFile(back.GetDefaultCooFilename(), 1) >= 0);
     }
