@@ -62,7 +62,7 @@ class TZoFormatTable {
   public:
     TZoFormatTable() : columns(kUsualColumns), units(kUsualColumns) {}
     /// From kinds up to a 0; each gets the unit pair (0, 0). Null gives an empty table.
-    explicit TZoFormatTable(const Kind* kinds) : TZoFormatTable() { SetTable(kinds); }
+    TZoFormatTable(const Kind* kinds) : TZoFormatTable() { SetTable(kinds); }
     TZoFormatTable(const TZoFormatTable&) = default;
     virtual ~TZoFormatTable() = default;
 
