@@ -30,8 +30,10 @@ TEST(Plane, DistancesAreSigned) {
     EXPECT_EQ(plane.Dist(9, 9, 5), 2);
     EXPECT_EQ(plane.Dist(ZoPoint(0, 0, 0, 0, 0)), -3);
     ZoPoint foot(7, 0, 0, 0, 3);
-    EXPECT_TRUE(plane.ProjectPoint(&foot, ZoPoint(1, 4, 5, 9, 0)));
+    EXPECT_TRUE(Plane(0, 0, 1, -3).ProjectPoint(&foot, ZoPoint(1, 4, 5, 9, 0)));
     EXPECT_EQ(foot, ZoPoint(0, 4, 5, 3, 0));
+    EXPECT_TRUE(plane.ProjectPoint(&foot, ZoPoint(1, 4, 5, 9, 0)));
+    EXPECT_EQ(foot.z, 9 - 6 * 2) << "the normal is taken as it is";
     EXPECT_EQ(foot.GetId(), 7u);
     EXPECT_FALSE(ZoPlane().ProjectPoint(&foot, foot));
     EXPECT_FALSE(ZoPlane().IsValid());

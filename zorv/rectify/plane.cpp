@@ -65,10 +65,9 @@ bool ZoPlane::CalcIntersection(ZoVector& point, ZoVector& direction, const ZoPla
 bool ZoPlane::ProjectPoint(ZoPoint* result, const ZoPoint& p) const {
     if (!result || !IsValid()) return false;
     const double distance = Dist(p);
-    const double length = norm.Abs();
-    result->x = p.x - distance * (A() / length);
-    result->y = p.y - distance * (B() / length);
-    result->z = p.z - distance * (C() / length);
+    result->x = p.x - distance * A();
+    result->y = p.y - distance * B();
+    result->z = p.z - distance * C();
     return true;
 }
 

@@ -63,8 +63,8 @@ class ZORV_API ZoPlane : public TZoFlagNode<ZoPlane> {
     /// direction written already, for a line that z = 0 does not meet in one point. Where the line runs nearly level,
     /// z = 0 lies far away and the point loses as many digits.
     bool CalcIntersection(ZoVector& point, ZoVector& direction, const ZoPlane& other) const;
-    /// Gives `result` the coordinates of p moved along the unit normal into the plane; its other fields stay. False for
-    /// a zero normal.
+    /// Gives `result` the coordinates of p less Dist(p) times the normal: the foot of p in the plane when the normal is
+    /// of unit length. Its other fields stay. False for a zero normal.
     bool ProjectPoint(ZoPoint* result, const ZoPoint& p) const;
     /// Turns the plane around: all four coefficients change their sign.
     void MirrorNormal();

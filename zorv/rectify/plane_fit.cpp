@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 #include <utility>
+#include <vector>
 
 #include "zorv/core/log_file.h"
 #include "zorv/core/sort_helper.h"
@@ -22,6 +24,12 @@ ZoVector Column(const ZoMatrix& columns, int c) {
 void SetColumn(ZoMatrix& columns, int c, const ZoVector& point) {
     for (int line = 1; line <= 3; ++line)
         columns[line][c] = point[line];
+}
+
+void SetColumn(ZoMatrix& columns, int c, const ZoPoint& point) {
+    columns[1][c] = point.x;
+    columns[2][c] = point.y;
+    columns[3][c] = point.z;
 }
 
 bool IsApart(const ZoVector& difference) {
@@ -85,14 +93,28 @@ bool ZoCalcPlane::CalcPlane(ZoPoint* p1, ZoPoint* p2, ZoPoint* p3, bool collinea
 
 bool ZoCalcPlane::CalcPlaneFromFilteredPoints(ZoPointList* list, bool storeResiduals, bool collinear) {
     acceptCollinear = collinear;
-    ZoPointList taken;
+    std::vector<const ZoPoint*> taken;
     for (ZoPoint* point = list ? list->First() : nullptr; point; point = point->Next()) {
         SetDifferences(*point, 0.0, 0.0, 0.0);
-        if (!cooFilter || cooFilter->Test(point)) taken.Add(*point);
+        if (!cooFilter || cooFilter->Test(point)) taken.push_back(point);
+    }
+    // As CalcZoPlane on copies of the points, but these are made last, with their residuals at once: with many points
+    // the walks through memory are what takes the time. The list may be one of this object's own.
+    ZoMatrix columns(4, static_cast<int>(taken.size()));
+    int c = 0;
+    for (const ZoPoint* point : taken)
+        SetColumn(columns, ++c, *point);
+    const bool found = CalcColumns(columns);
+    ZoPointList used;
+    c = 0;
+    for (const ZoPoint* point : taken) {
+        ZoPoint* copy = used.Add(*point);
+        if (found) TakeDistance(*copy, columns[kDistanceLine][++c]);
     }
     usedPoints.Destroy();
-    taken.MoveTo(&usedPoints);
-    if (!CalcZoPlane(&usedPoints)) return false;
+    used.MoveTo(&usedPoints);
+    if (!found) return false;
+    Project(usedPoints);
     if (storeResiduals && list) CalcResiduals(list);
     return true;
 }
@@ -138,39 +160,55 @@ bool ZoCalcPlane::CalcNormalPlane(const ZoPlane* normalTo, const ZoPoint& a, con
 }
 
 bool ZoCalcPlane::CalcZoPlane(ZoPointList* list) {
+    ZoMatrix columns(4, list ? list->Count() : 0);
+    int c = 0;
+    for (const ZoPoint* point = list ? list->First() : nullptr; point; point = point->NextConst())
+        SetColumn(columns, ++c, *point);
+    if (!CalcColumns(columns)) return false;
+    c = 0;
+    for (ZoPoint* point = list->First(); point; point = point->Next())
+        TakeDistance(*point, columns[kDistanceLine][++c]);
+    Project(*list);
+    return true;
+}
+
+bool ZoCalcPlane::CalcColumns(ZoMatrix& columns) {
     mediumPointDist = 0.0;
     sigma0 = 0.0;
-    const int count = list ? list->Count() : 0;
+    const int count = columns.GetSpalten();
     if (count < 3) {
         status = TooLessPoints;
         return false;
     }
-    ZoMatrix columns(4, count);
-    int c = 0;
-    for (const ZoPoint* point = list->First(); point; point = point->NextConst())
-        SetColumn(columns, ++c, ZoVector(point->x, point->y, point->z));
-
     if (!Approximate(columns)) return false;
     if (count > 3) {
         Adjust(columns);
         sigma0 = CalcSigma(columns);
     }
-    pointsInPlane.SetNotify(false);
-    pointsInPlane.Destroy();
-    c = 0;
-    for (ZoPoint* point = list->First(); point; point = point->Next()) {
-        const double distance = columns[kDistanceLine][++c];
-        SetDifferences(*point, distance * plane.A(), distance * plane.B(), distance * plane.C());
-        mediumPointDist += distance * distance;
-        ZoPoint* projected = pointsInPlane.Add(*point);
+    const double* distance = columns[kDistanceLine] + 1;
+    mediumPointDist = std::sqrt(std::inner_product(distance, distance + count, distance, 0.0));
+    status = StatusOk;
+    return true;
+}
+
+void ZoCalcPlane::TakeDistance(ZoPoint& point, double distance) const {
+    // Three points lie in their plane: no negative zeros for them.
+    if (distance == 0.0) return SetDifferences(point, 0.0, 0.0, 0.0);
+    SetDifferences(point, distance * plane.A(), distance * plane.B(), distance * plane.C());
+}
+
+void ZoCalcPlane::Project(const ZoPointList& list) {
+    ZoPointList projections;
+    for (const ZoPoint* point = list.First(); point; point = point->NextConst()) {
+        ZoPoint* projected = projections.Add(*point);
         projected->x -= point->dx;
         projected->y -= point->dy;
         projected->z -= point->dz;
     }
-    mediumPointDist = std::sqrt(mediumPointDist);
+    pointsInPlane.SetNotify(false);
+    pointsInPlane.Destroy();
+    projections.MoveTo(&pointsInPlane);
     pointsInPlane.SetNotify(true);
-    status = StatusOk;
-    return true;
 }
 
 // The plane through the first point, the first one apart from it, and the first one off the line through both.

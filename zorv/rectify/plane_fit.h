@@ -96,4 +96,10 @@ class ZORV_API ZoCalcPlane {
 
   private:
     bool CalcUnfiltered(ZoPointList& points);
+    /// Plane, quality figures and status; the distances go into the matrix.
+    bool CalcColumns(ZoMatrix& columns);
+    /// Gives a point its residuals.
+    void TakeDistance(ZoPoint& point, double distance) const;
+    /// Moves copies of points with residuals into the plane.
+    void Project(const ZoPointList& list);
 };
