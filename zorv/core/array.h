@@ -151,14 +151,12 @@ class TZoArray {
                 std::pair<int, int> right{i, hi};
                 if (left.second - left.first < right.second - right.first) std::swap(left, right);
                 // Now `left` is the larger one.
+                if (left.first >= left.second) break;
                 if (right.first < right.second) {
                     stack[depth++] = left;
-                    std::tie(lo, hi) = right;
-                } else if (left.first < left.second) {
-                    std::tie(lo, hi) = left;
-                } else {
-                    break;
+                    left = right;
                 }
+                std::tie(lo, hi) = left;
             }
         }
     }

@@ -104,7 +104,8 @@ bool ZoLeicaDistoBlk3dCmiUnzipper::UnzipCmiFile() {
         std::wstring relative(kTargetFolder);
         relative.append(L"\\").append(stem).append(L"\\").append(stream);
         if (stream.empty() || !StaysInside(entry.name) || !StaysInside(relative)) continue;
-        const std::wstring target = directory + L'\\' + relative;
+        std::wstring target(directory);
+        target.append(L"\\").append(relative);
         if (ZoUnzipItem(zip.get(), index, target.c_str()) == eZoZipOk) extractedFiles.push_back(target);
     }
     return true;

@@ -202,7 +202,7 @@ std::vector<ZoPoint2d> ChansConvexHullAlgorithm(const std::vector<ZoPoint2d>& in
     const std::size_t limit = std::min(std::min(largest, kLargestGroup) - 1, n + 1);
     std::size_t work = 0;
     for (std::size_t m = 1; m <= limit && work < kWorkLimit; ++m) {
-        const Points path = Wrap(points, m);
+        Points path = Wrap(points, m);
         if (!path.empty() && IsHull(path, exact)) return path;
         work += n * static_cast<std::size_t>(2 + std::log2(m)) + n;
     }
