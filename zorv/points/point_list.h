@@ -108,6 +108,7 @@ ZORV_API int MergeCooCoo2(ZoPointList& coo, ZoPointList& coo2);
 ZORV_API ZoPoint ZoCalcGravitycenter(const ZoPointList& points);
 
 /// Puts the points into `out`, whose former ones it deletes, in the order of a closed polygon that does not cross
-/// itself: around the first of the lowest points, by direction. The direction, in degrees of a pseudo-angle from 0 to
-/// 360, is left in residualX. Returns the number of points.
+/// itself: the first of the lowest points, then the others by their direction from it, those in one direction in their
+/// former order. The direction, in degrees of a pseudo-angle from 0 to 360, is left in residualX. Returns the number of
+/// points.
 ZORV_API int ZoSimpleClosedPath(const ZoPointList& in, ZoPointList* out);

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <limits>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "zorv/core/sort_helper.h"
@@ -83,12 +82,6 @@ double PseudoAngle(double dx, double dy) {
     return t * 90.0;
 }
 
-struct PathPoint {
-    double angle;
-    double distance;
-    ZoPoint* point;
-};
-
 }  // namespace
 
 int ZoSimpleClosedPath(const ZoPointList& in, ZoPointList* out) {
@@ -102,29 +95,22 @@ int ZoSimpleClosedPath(const ZoPointList& in, ZoPointList* out) {
         if (point->y < pivot->y) pivot = point;
     }
 
-    std::vector<PathPoint> path;
+    std::vector<ZoPoint*> path;
     for (ZoPoint* point = points.First(); point; point = point->Next()) {
-        const double dx = point->x - pivot->x;
-        const double dy = point->y - pivot->y;
-        point->residualX = PseudoAngle(dx, dy);
-        // Without a number there is no order: such points go to the end.
-        const auto key = [](double v) { return std::isnan(v) ? std::numeric_limits<double>::infinity() : v; };
-        if (point != pivot) path.push_back({key(point->residualX), key(dx * dx + dy * dy), point});
+        point->residualX = PseudoAngle(point->x - pivot->x, point->y - pivot->y);
+        if (point != pivot) path.push_back(point);
     }
-
-    // On one ray outwards, on the last one back to the pivot, so that the closing side runs over no other point.
-    std::stable_sort(path.begin(), path.end(), [](const PathPoint& a, const PathPoint& b) {
-        return a.angle < b.angle || (a.angle == b.angle && a.distance < b.distance);
-    });
-    auto lastRay = path.end();
-    while (lastRay != path.begin() && std::prev(lastRay)->angle == path.back().angle)
-        --lastRay;
-    if (lastRay != path.begin()) std::reverse(lastRay, path.end());
+    // Without a number there is no order: such points go to the end.
+    const auto angle = [](const ZoPoint* point) {
+        return std::isnan(point->residualX) ? std::numeric_limits<double>::infinity() : point->residualX;
+    };
+    std::stable_sort(path.begin(), path.end(),
+                     [&angle](const ZoPoint* a, const ZoPoint* b) { return angle(a) < angle(b); });
 
     ZoPointList ordered;
     ordered.Add(points.Subtract(pivot));
-    for (const PathPoint& each : path)
-        ordered.Add(points.Subtract(each.point));
+    for (ZoPoint* point : path)
+        ordered.Add(points.Subtract(point));
     ordered.MoveTo(out);
     return static_cast<int>(path.size()) + 1;
 }
