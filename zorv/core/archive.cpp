@@ -7,6 +7,7 @@
 #include "zorv/core/crc32.h"
 #include "zorv/core/debug_output.h"
 #include "zorv/core/platform/files.h"
+#include "zorv/core/platform/large_block.h"
 #include "zorv/core/profiler.h"
 #include "zorv/core/text_conversion.h"
 #include "zorv/core/zip_messages.h"
@@ -69,6 +70,7 @@ std::uint32_t CZipWrapper::MakeItem() {
         FreeZipData();
         try {
             buffer = std::make_unique_for_overwrite<char[]>(size + kSealSize);
+            zorv::detail::ExpectFullUse(buffer.get(), size + kSealSize);
         } catch (const std::bad_alloc&) {
             return eZoZipNoMemory;
         }

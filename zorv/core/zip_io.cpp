@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <new>
+
+#include "zorv/core/platform/large_block.h"
 
 namespace zorv::detail {
 
@@ -73,18 +74,20 @@ long SeekSource(voidpf opaque, voidpf /*stream*/, ZPOS64_T offset, int origin) {
 
 }  // namespace
 
+bool MemorySink::Grow(std::size_t size) {
+    if (given || size <= capacity) return true;
+    const std::size_t wanted = std::min(limit, std::max(size, capacity + capacity / 2));
+    auto* block = static_cast<char*>(std::realloc(grown.get(), wanted));
+    if (!block) return false;
+    static_cast<void>(grown.release());
+    grown.reset(block);
+    capacity = wanted;
+    ExpectFullUse(block, wanted);
+    return true;
+}
+
 bool MemorySink::Write(const void* data, std::size_t size) {
-    if (size > limit - position) return false;
-    if (!given && position + size > grown.size()) {
-        try {
-            if (position + size > grown.capacity()) {
-                grown.reserve(std::min(limit, std::max(position + size, grown.capacity() + grown.capacity() / 2)));
-            }
-            grown.resize(position + size);
-        } catch (const std::bad_alloc&) {
-            return false;
-        }
-    }
+    if (size > limit - position || !Grow(position + size)) return false;
     if (size > 0) std::memcpy(Data() + position, data, size);
     position += size;
     end = std::max(end, position);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <istream>
 #include <memory>
 #include <vector>
@@ -39,12 +40,20 @@ class MemorySink final : public ZipSink {
     std::uint64_t End() override { return end; }
     bool Commit() override { return true; }
 
-    char* Data() { return given ? given : grown.data(); }
+    char* Data() { return given ? given : grown.get(); }
     std::size_t Limit() const { return limit; }
+    /// Makes room for that many bytes, at most the limit, at once.
+    bool Grow(std::size_t size);
 
   private:
+    struct Free {
+        void operator()(char* block) const { std::free(block); }
+    };
+
     char* given;
-    std::vector<char> grown;
+    // realloc moves the pages of a large block instead of copying them.
+    std::unique_ptr<char, Free> grown;
+    std::size_t capacity = 0;
     std::size_t limit;
     std::size_t position = 0;
     std::size_t end = 0;

@@ -8,9 +8,11 @@
 #include <new>
 #include <system_error>
 
+#include "zorv/core/platform/large_block.h"
 #include "zorv/core/zip.h"
 #include "zorv/core/zip_state.h"
 
+using zorv::detail::ExpectFullUse;
 using zorv::detail::FileReplacement;
 using zorv::detail::kReadingTag;
 using zorv::detail::NativePath;
@@ -158,6 +160,7 @@ std::uint32_t ZoUnzipItem(HZIP zip, int index, std::unique_ptr<char[]>& block, s
     return OnItem(zip, index, [&](ZipReader& reader, const ZipItem& item) {
         if (const eZoZipResult result = reader.Check(item)) return result;
         auto bytes = std::make_unique_for_overwrite<char[]>(static_cast<std::size_t>(item.size));
+        ExpectFullUse(bytes.get(), static_cast<std::size_t>(item.size));
         if (const eZoZipResult result = reader.Unpack(item, bytes.get())) return result;
         block = std::move(bytes);
         size = static_cast<std::size_t>(item.size);

@@ -5,6 +5,7 @@
 
 #include "zorv/core/case_folding.h"
 #include "zorv/core/crc32.h"
+#include "zorv/core/platform/large_block.h"
 #include "zorv/core/text_conversion.h"
 
 namespace zorv::detail {
@@ -132,6 +133,7 @@ eZoZipResult ZipReader::Unpack(const ZipItem& item, char* block) {
         if (source.ReadAt(offset, block, size) != size) return eZoZipReadFailed;
     } else {
         const auto packed = std::make_unique_for_overwrite<char[]>(packedSize);
+        ExpectFullUse(packed.get(), packedSize);
         if (source.ReadAt(offset, packed.get(), packedSize) != packedSize) return eZoZipReadFailed;
         if (!inflater.Unpack(packed.get(), packedSize, block, size)) return eZoZipCorrupt;
     }

@@ -8,6 +8,7 @@
 #include <minizip/zip.h>
 
 #include "zorv/core/crc32.h"
+#include "zorv/core/platform/large_block.h"
 #include "zorv/core/platform/local_time.h"
 #include "zorv/core/text_conversion.h"
 
@@ -103,6 +104,10 @@ bool ZipWriter::OpenItem(const Item& item, bool raw) {
 eZoZipResult ZipWriter::AddWhole(const Item& item, const void* data, std::size_t size, std::uint32_t crc,
                                  std::uint64_t unpackedSize) {
     if (!Fits(item, size)) return eZoZipMemoryFull;
+    // The room that Fits found, in one step.
+    if (memory && !memory->Grow(static_cast<std::size_t>(memory->End()) + kLocalHeader + item.name.size() + size)) {
+        return eZoZipNoMemory;
+    }
     if (!OpenItem(item, true)) return Spoil(eZoZipWriteFailed);
     const auto* next = static_cast<const char*>(data);
     while (size > 0) {
@@ -121,6 +126,7 @@ eZoZipResult ZipWriter::AddBytes(const wchar_t* name, const void* data, std::siz
     item.large = size >= kLargeItem;
     if (size > 1) {
         const auto packed = std::make_unique_for_overwrite<char[]>(size - 1);
+        ExpectFullUse(packed.get(), size - 1);
         if (const std::size_t packedSize = deflater.Pack(data, size, packed.get(), size - 1)) {
             item.packed = true;
             return AddWhole(item, packed.get(), packedSize, crc, size);
