@@ -104,6 +104,9 @@ TEST(Parser, ClassesCanBeChanged) {
     plain.SetCommentChar('!', false);
     plain.SetTokenseperator(' ', false);
     EXPECT_EQ(Tokens("a b!c\td", plain), "Ka b!c Kd");
+    OpenParser zero;
+    zero.SetTokenseperator(0, true);
+    EXPECT_EQ(Tokens("a longer line\nb", zero), "Ka Klonger Kline Kb");  // nothing of the former line
 }
 
 eZoParserStatus Refusal(ZoParser& parser, eZoTokentype wanted) {

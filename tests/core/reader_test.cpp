@@ -110,15 +110,19 @@ TEST_F(Reader, WhatCannotBeReadIsAStreamError) {
 
 TEST_F(Reader, ANestedBlockSeesItsOwnKeywordsOnly) {
     int inner = 0;
-    Found finish([&](ZoReaderObject* object) { return b = object->GetReader() ? inner : 0; });
+    Found finish([&](ZoReaderObject* object) {
+        object->RegisterObject(ZoReaderObject("D", &b));  // in the outer block, which then is at hand
+        return b = object->GetReader() ? inner : 0;
+    });
     Found value([&](ZoReaderObject* object) { return inner = object->GetReader()->GetParser().GetTokenInt(); });
     Found block([&](ZoReaderObject* object) {
         object->RegisterObject(ZoReaderObject("C", value.Bind(), finish.Bind()));
         EXPECT_EQ(object->DoProcess(), 1);
         return b == 0;
     });
-    Open("BLOCK { A 5 C 3 } A 1 C 9").RegisterObject(ZoReaderObject("BLOCK", block.Bind()));
-    EXPECT_EQ(Process(), "1 3");
+    Open("BLOCK { A 5 C 3 } A 1 C 9 D 4").RegisterObject(ZoReaderObject("BLOCK", block.Bind()));
+    EXPECT_EQ(Process(), "1 4");
+    EXPECT_EQ(inner, 3);
     EXPECT_EQ(finish.calls, 2);  // for the temporary, and for the reader's copy at the end of its block
 }
 

@@ -271,7 +271,7 @@ bool ZoParser::ScanPlainNumber() {
 
 void ZoParser::CloseWord(char* end) {
     cursor = end;
-    if (classes.table[Byte(*end)] & ZoChLookup::kSeparator) {
+    if (*end && (classes.table[Byte(*end)] & ZoChLookup::kSeparator)) {
         ++cursor;
     } else {
         savedChar = *end;

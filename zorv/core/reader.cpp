@@ -1,6 +1,7 @@
 #include "zorv/core/reader.h"
 
 #include <locale>
+#include <memory>
 
 #include "zorv/core/logger.h"
 #include "zorv/core/platform/files.h"
@@ -10,8 +11,8 @@ class ZoReader::BlockScope {
   public:
     explicit BlockScope(ZoReader& of) : reader(of), object(of.currentObject) { reader.NewInstance(); }
     ~BlockScope() {
-        reader.ReleaseInstance();
         reader.currentObject = object;
+        reader.ReleaseInstance();
     }
     BlockScope(const BlockScope&) = delete;
     BlockScope& operator=(const BlockScope&) = delete;
@@ -111,15 +112,19 @@ bool ZoReader::ReadToken(bool ignoreBlockEnd, bool& haveToken) {
     }
     if (parser.token.type == eZoTokenBlockEnd) return ignoreBlockEnd;
     if (parser.token.type != eZoTokenKeyword) return ReadOther();
+    currentObject = FindObject(parser.token.text);
+    return currentObject ? ReadKnown(currentObject, haveToken) : ReadUnknown(haveToken);
+}
+
+ZoReaderObject* ZoReader::FindObject(const char* keyword) const {
     for (ZoReaderObject* object = currentInstance->First(); object; object = object->Next()) {
-        if (object->IsKeyword(parser.token.text)) return ReadKnown(object, haveToken);
+        if (object->IsKeyword(keyword)) return object;
     }
-    return ReadUnknown(haveToken);
+    return nullptr;
 }
 
 bool ZoReader::ReadKnown(ZoReaderObject* object, bool& haveToken) {
     const std::int64_t depth = parser.blockDepth;
-    currentObject = object;
     ParseForToken();
     if (parser.token.type == eZoTokenBlockBegin) {
         ReadBlock(object);
@@ -162,8 +167,7 @@ bool ZoReader::ReadUnknown(bool& haveToken) {
 
 bool ZoReader::ReadOther() {
     const bool atEnd = IsAtEnd();
-    for (ZoReaderObject* object = currentInstance->First(); object; object = object->Next()) {
-        if (!object->IsKeyword(ZoReaderObject::kCatchAll)) continue;
+    if (ZoReaderObject* object = FindObject(ZoReaderObject::kCatchAll)) {
         currentObject = object;
         object->KeywordFound();
         return !atEnd;
@@ -241,6 +245,7 @@ void ZoReader::NewInstance() {
 
 void ZoReader::ReleaseInstance() {
     if (!instances.CountMoreThan(1)) return;
-    delete instances.Subtract(currentInstance);
+    // Finish handlers find the outer block at hand.
+    const std::unique_ptr<ZoReaderInstance> done(instances.Subtract(currentInstance));
     currentInstance = instances.Last();
 }

@@ -91,7 +91,7 @@ class ZORV_API ZoReader {
     bool simpleMode = false;
     TZoListHeader<ZoReaderInstance> instances;  ///< a stack
     ZoReaderInstance* currentInstance = nullptr;
-    ZoReaderObject* currentObject = nullptr;
+    ZoReaderObject* currentObject = nullptr;  ///< of the last keyword; null for an unknown one
     Link unknownTokenHandler;
     Link parserErrorHandler;
     ZoReaderErrorList errors;
@@ -109,6 +109,8 @@ class ZORV_API ZoReader {
     bool ReadUnknown(bool& haveToken);
     bool ReadOther();
 
+    /// The object of a keyword in the block at hand, or null.
+    ZoReaderObject* FindObject(const char* keyword) const;
     void ReadBlock(ZoReaderObject* object);
     /// Moves to the `}` of the block with that depth inside, or to the end of the file.
     void PassBlock(std::int64_t inside);
