@@ -25,7 +25,7 @@ constexpr double kTolerance = 0.020;  // metres; points that moved further are h
 constexpr std::size_t kTableRows = 60;
 
 const TZoFormatTable<eZoPointRWMask>& CooColumns() {
-    static const eZoPointRWMask kinds[] = {eZoRWId, eZoRWCode, eZoRWX, eZoRWY, eZoRWZ, eZoPointRWMask{}};
+    static const eZoPointRWMask kinds[] = {eZoRWId, eZoRWCode, eZoRWX, eZoRWY, eZoRWZ, eZoRWEnd};
     static const TZoFormatTable<eZoPointRWMask> table(kinds);
     return table;
 }
@@ -60,10 +60,13 @@ class Survey : public LinkHdl {
 
     bool Run() {
         std::printf("\n%s\n", source.filename().string().c_str());
-        const int read = points.ReadGsiFile(Wide(source), false, eZoUnitM);
-        if (read == 0) {
-            std::printf("  no coordinates in this file (angles and distances only)\n");
-            return fs::exists(source);
+        if (fs::is_directory(source) || !std::ifstream(source)) {
+            std::printf("  this file cannot be opened\n");
+            return false;
+        }
+        if (points.ReadGsiFile(Wide(source), false, eZoUnitM) == 0) {
+            std::printf("  no coordinates in this file, as when it holds angles and distances only\n");
+            return true;
         }
         points.SetMask(CooColumns());
         PrintStatistics();
@@ -155,7 +158,7 @@ class Survey : public LinkHdl {
         back.SetFilename(file);
         back.ReadFile();
         Check("measurement log read back", back.Count() == static_cast<int>(items));
-        Check("points of the log written", back.WriteAsCooFile(back.GetDefaultCooFilename(), 1) >= 0);
+        Check("points of the log written", back.WriteAsCooFile(back.GetDefaultCooFilename(), 1) == back.Count());
     }
 
     /// A second campaign, made up: all points 4 mm to the east, every tenth point 0.5 m up, two new points.

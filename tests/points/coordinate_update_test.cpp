@@ -88,7 +88,7 @@ TEST_F(CoordinateUpdate, StepTwoMergesTheDecisionsAndSorts) {
         EXPECT_EQ(list.Get(i)->dx, 0.0);
     }
     EXPECT_TRUE(helper.GetMediumList()->IsEmpty() && helper.GetNewValueList()->IsEmpty());
-    EXPECT_EQ(events, std::vector<int>{eZoNotifyChanged});
+    EXPECT_EQ(events, (std::vector<int>{eZoNotifyChanged, eZoNotifyChanged})) << "the new order, then the change";
 
     const ZoCooListUpdateHelper copy(helper);
     const ZoCooListUpdateHelper moved(std::move(helper));

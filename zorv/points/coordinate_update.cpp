@@ -96,9 +96,8 @@ int ZoCooListUpdateHelper::UpdateCooStep2() {
             ClearDifferences(target);
         });
     }
-    // Its own notification is held back too, so that observers hear of one change.
-    listToUpdate->SortById();
     listToUpdate->SetNotify(true);
+    listToUpdate->SortById();
     listToUpdate->NotifyChanged(nullptr, nullptr);
     return 1;
 }

@@ -34,8 +34,8 @@ class ZORV_API ZoCooListUpdateHelper {
 
     /// Empties the medium list, whose coordinates are averaged into the list to update, and the new value list, whose
     /// points replace theirs; dx, dy, dz become 0. Points with an unknown id are dropped. The list to update is
-    /// ascending by id afterwards; of points with the same id only the first stays. Returns 1; -1 without a list to
-    /// update.
+    /// ascending by id afterwards; of points with the same id only the first stays. Its observers hear of the new order
+    /// and then of the change. Returns 1; -1 without a list to update.
     int UpdateCooStep2();
 
     ZoPointList* listToUpdate = nullptr;

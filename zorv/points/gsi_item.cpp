@@ -208,8 +208,9 @@ void ZoGsiDataItem::TakePointNumber(const GsiLineItemizer& word) {
 
 void ZoGsiDataItem::TakeValue(const GsiLineItemizer& word, int bit, double& value, eGsiUnit& unit) {
     const std::string_view text = WordOf(word).substr(0, GsiLineItemizer::kLongestWord);
-    // A blank inside says that digits are missing.
-    if (std::any_of(text.begin(), text.end(), [](char c) { return IsOfClass(c, GsiLineItemizer::kWordEnd); })) return;
+    // A blank behind the place of the sign says that digits are missing.
+    const std::string_view data = text.substr(kDataPlace);
+    if (std::any_of(data.begin(), data.end(), [](char c) { return IsOfClass(c, GsiLineItemizer::kWordEnd); })) return;
     value = ParseDouble(text.substr(kSignPlace));
     unit = IsDigit(text[kUnitPlace]) ? static_cast<eGsiUnit>(text[kUnitPlace] - '0') : eGsiUnitNotSet;
     AddBmData(bit);
