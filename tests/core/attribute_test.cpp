@@ -65,9 +65,16 @@ TEST(Attribute, HooksFollowAnAttributeFromRecordToRecord) {
     EXPECT_EQ(taken.get(), second);
     EXPECT_EQ(taken->GetParent(), nullptr);
     EXPECT_EQ(std::exchange(events, {}), "s2D");
-    dest.Add2(new Note(L"third"));
+    const std::unique_ptr<ZoAttribute> third(dest.Add2(new Note(L"third")));
     dest.DbgPrintfAttributes();
     EXPECT_EQ(std::exchange(events, {}), "Ad2d");
+
+    // In bulk the hooks run too; the list itself tells once.
+    dest.SubtractAll();
+    EXPECT_EQ(first->GetParent(), nullptr);
+    dest.Add(first, &one);
+    dest.Destroy();
+    EXPECT_EQ(std::exchange(events, {}), "s2s*0Aa1s1*0");
 }
 
 TEST(Attribute, CopiesBelongToNoRecord) {

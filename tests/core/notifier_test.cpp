@@ -71,6 +71,9 @@ TEST(Notifier, AnAssignedTableForgetsWhatDiesInAnyOrder) {
     auto b = std::make_unique<Named>('b', source.get());
     target = *source;
     EXPECT_EQ(Told(target), "ab2");
+    *source = target;  // a backup comes back
+    EXPECT_EQ(a.parent, source.get());
+    EXPECT_EQ(Told(*source), "ab2");
     b.reset();
     EXPECT_EQ(Told(target) + Told(*source), "a1a1");
     EXPECT_EQ(a.parent, source.get());

@@ -17,6 +17,7 @@ TEST(Time, TextIsLocalTime) {
     // 2001-09-09 01:46:40 UTC is the moment 1 000 000 000.
     EXPECT_EQ(GetLocalTimeString(1000000000), "2001-09-09  03:46:40");
     EXPECT_EQ(GetLocalTimeStringForFilename(1000000000), "2001-09-09__03_46_40");
+    EXPECT_EQ(GetLocalTimeStringForFilename(-1), "1970-01-01__01_59_59");
     ::unsetenv("TZ");
     ::tzset();
     std::string now = GetLocalTimeString();
@@ -27,7 +28,7 @@ TEST(Time, TextIsLocalTime) {
 
 TEST(Time, WhatIsNoTimeIsANumber) {
     EXPECT_EQ(GetLocalTimeString(999), "999");
-    EXPECT_EQ(GetLocalTimeStringForFilename(-5), "-5");
+    EXPECT_EQ(GetLocalTimeString(-5), "-5");
     EXPECT_EQ(GetLocalTimeString(std::numeric_limits<long long>::max()), "9223372036854775807");
 }
 

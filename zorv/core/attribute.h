@@ -46,7 +46,8 @@ class ZORV_API ZoAttributeList : public TZoListHeader<ZoAttribute> {
     /// Appends without touching the parent and without the hook. Null returns null.
     ZoAttribute* Add2(ZoAttribute* attribute) { return Base::Add(attribute); }
 
-    /// Calls OnSubtract, clears the parent and hands the attribute back to the caller.
+    /// Calls OnSubtract, clears the parent and hands the attribute back to the caller. Destroy and SubtractAll take
+    /// each attribute out this way; the end of the list itself deletes them without the hook.
     ZoAttribute* Subtract(ZoAttribute* attribute) override;
 
     /// Moves all attributes to the end of another record's list, each between its OnPreMove and OnMove. A null list

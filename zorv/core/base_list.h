@@ -146,10 +146,11 @@ class TZoBaseListHeader {
         return copied;
     }
 
-    /// Deletes all nodes; observers get one changed event.
+    /// Takes all nodes out, the first one first, and deletes them; observers get one changed event.
     virtual void Destroy() {
         SetNotify(false);
-        DeleteNodes();
+        while (first)
+            delete Subtract(first);
         SetNotify(true);
         NotifyChanged(nullptr, nullptr);
     }
@@ -157,7 +158,7 @@ class TZoBaseListHeader {
     virtual void SubtractAll() {
         SetNotify(false);
         while (first)
-            Unlink(first);
+            Subtract(first);
         SetNotify(true);
         NotifyChanged(nullptr, nullptr);
     }

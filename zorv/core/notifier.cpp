@@ -40,7 +40,14 @@ void ZoObserver::ChangeNotifyParent(ZoStandardNotifier* notifier) {
 
 ZoStandardNotifier& ZoStandardNotifier::operator=(const ZoStandardNotifier& other) {
     if (this == &other) return *this;
-    RemoveAllObservers();
+    for (int i = 0; i < count; ++i) {
+        // One that stands in both tables keeps its parent, also where that is this notifier.
+        if (other.Search(*items[i]) < 0) {
+            Detach(*items[i]);
+        } else {
+            std::erase((*items[i])->holders, this);
+        }
+    }
     TZoArray<ZoObserver*>::operator=(other);
     for (int i = 0; i < count; ++i)
         (*items[i])->holders.push_back(this);

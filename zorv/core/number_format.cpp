@@ -41,7 +41,7 @@ bool IsTooLarge(const char* at, const char* end) {
     const bool negative = PassSign(++at, end);
     long long written = 0;
     if (std::from_chars(at, end, written).ec == std::errc::result_out_of_range) return !negative;
-    return exponent + (negative ? -written : written) > 0;
+    return negative ? exponent > written : exponent > -written;
 }
 
 }  // namespace
@@ -57,7 +57,8 @@ double ParseDouble(std::string_view text) {
     const auto format = hex ? std::chars_format::hex : std::chars_format::general;
     const auto result = std::from_chars(hex ? at + 2 : at, end, value, format);
     if (result.ec == std::errc::result_out_of_range) {
-        value = !hex && !IsTooLarge(at, result.ptr) ? 0.0 : std::numeric_limits<double>::infinity();
+        const bool tooLarge = hex ? std::find(at, result.ptr, '-') == result.ptr : IsTooLarge(at, result.ptr);
+        value = tooLarge ? std::numeric_limits<double>::infinity() : 0.0;
     }
     return negative ? -value : value;
 }

@@ -7,11 +7,9 @@
 namespace {
 
 std::string TimeText(long long time, const char* format) {
-    constexpr long long kFirstTime = 1000;
     std::tm parts{};
     char text[64];
-    if (time >= kFirstTime && zorv::detail::LocalTime(time, parts) && std::strftime(text, sizeof text, format, &parts))
-        return text;
+    if (zorv::detail::LocalTime(time, parts) && std::strftime(text, sizeof text, format, &parts)) return text;
     return std::to_string(time);
 }
 
@@ -22,7 +20,8 @@ std::string GetLocalTimeString() {
 }
 
 std::string GetLocalTimeString(long long time) {
-    return TimeText(time, "%Y-%m-%d  %H:%M:%S");
+    constexpr long long kFirstTime = 1000;
+    return time < kFirstTime ? std::to_string(time) : TimeText(time, "%Y-%m-%d  %H:%M:%S");
 }
 
 std::string GetLocalTimeStringForFilename() {
