@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
@@ -124,9 +125,9 @@ class ZORV_API ZoMatrix {
     /// Solves the normal equations N x = b of a least-squares fit and returns its residual sum of squares.
     ///
     /// With n unknowns the matrix has n + 1 rows and 2 n + 1 columns: columns 1 to n hold N, column n + 1 holds b and
-    /// in row n + 1 the sum of squared observations, columns n + 2 to 2 n + 1 hold the n by n identity. Afterwards
-    /// those hold the transposed inverse of R, with N = transposed R * R, from which cofactors are formed; element (n +
-    /// 1, n + 1) holds the explained sum of squares divided by the residual one. 0 means that N is not positive
+    /// in its last row the sum of squared observations, columns n + 2 to 2 n + 1 hold the n by n identity. Afterwards
+    /// those hold the transposed inverse of R, with N = transposed R * R, from which cofactors are formed, and the last
+    /// row's sum has become the explained sum of squares divided by the residual one. 0 means that N is not positive
     /// definite, with x untouched, or a perfect fit, with x filled.
     double Cholesky(ZoVector& x);
     /// The determinant of a 3 by 3 matrix.
