@@ -9,6 +9,13 @@
 #include "zorv/math/plain_matrix.h"
 #include "zorv/math/point3d.h"
 
+namespace zorv::detail {
+
+template <class T>
+concept Number = std::is_arithmetic_v<T>;
+
+}  // namespace zorv::detail
+
 /// Affine map of space, a 4 by 4 matrix m[row][column] on column vectors: a point p goes to M p.
 ///
 /// The linear part is the upper left 3 by 3 block, the translation is column 3, the last row is 0, 0, 0, 1. A * B lets
@@ -75,10 +82,10 @@ class ZORV_API ZoAffinMap3d : public _MMatrix {
     ZoVector3d Transform(const double* xyz) const { return Transform(ZoVector3d(xyz)); }
     ZoVector3d Transform(float x, float y, float z) const { return Transform(ZoVector3d(x, y, z)); }
     ZoVector3d Transform(const float* xyz) const { return Transform(ZoVector3d(xyz[0], xyz[1], xyz[2])); }
-    template <class X, class Y, class Z>
-    requires(std::is_arithmetic_v<X>&& std::is_arithmetic_v<Y>&& std::is_arithmetic_v<Z>) ZoVector3d
-        Transform(X x, Y y, Z z)
-    const { return Transform(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)); }
+    /// Whole numbers and mixtures, which would be ambiguous between the two forms above.
+    ZoVector3d Transform(zorv::detail::Number auto x, zorv::detail::Number auto y, zorv::detail::Number auto z) const {
+        return Transform(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z));
+    }
 
     /// The same on directions in place; floats are rounded when they are stored.
     void InplaceTransform(double& x, double& y, double& z) const { Store(Transform(x, y, z), x, y, z); }

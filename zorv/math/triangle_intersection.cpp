@@ -54,11 +54,13 @@ bool OnOneSide(const Vec& d) {
     return d[0] * d[1] > 0.0 && d[0] * d[2] > 0.0;
 }
 
-// Coplanar triangles, seen along the greatest component of their normal.
+// Coplanar triangles, seen along the greatest component of their normal. Among equal components the choice is that of
+// the published test, so that degenerate triangles, whose normal may be null, get its answer too.
 class FlatTriangles {
   public:
     explicit FlatTriangles(const Vec& normal) {
-        const int dropped = GreatestAxis(normal);
+        const double x = std::fabs(normal[0]), y = std::fabs(normal[1]), z = std::fabs(normal[2]);
+        const int dropped = x > y ? (x > z ? 0 : 2) : (z > y ? 2 : 1);
         i0 = dropped == 0 ? 1 : 0;
         i1 = dropped == 2 ? 1 : 2;
     }
