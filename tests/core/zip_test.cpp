@@ -265,7 +265,14 @@ TEST(Zip, ManyItemsAreFoundByName) {
     const HZIP made = CreateZip(nullptr, 100 * kItems, nullptr);
     for (int i = 0; i < kItems; ++i)
         ASSERT_EQ(ZipAdd(made, (L"Item" + std::to_wstring(i)).c_str(), &i, sizeof i), 0U);
-    folder.Write("many.zip", FinishedMemory(made));
+    const std::string bytes = FinishedMemory(made);
+    // More than 65534 items need the end records with 64-bit counts, 98 bytes in all.
+    const std::string end = bytes.substr(bytes.size() - 98);
+    EXPECT_EQ(end.substr(0, 40), HexBytes("504b0606 2c00000000000000 2d002d00 0000000000000000"
+                                          "a086010000000000 a086010000000000"));
+    EXPECT_EQ(end.substr(56, 8), HexBytes("504b0607 00000000"));
+    EXPECT_EQ(end.substr(76, 12), HexBytes("504b0506 00000000 ffffffff"));
+    folder.Write("many.zip", bytes);
     CloseZipZ(made);
     const HZIP zip = ZoUnzipOpen(folder.Name("many.zip").c_str());
     ASSERT_NE(zip, nullptr);

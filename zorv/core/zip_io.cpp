@@ -116,7 +116,7 @@ bool FileSink::Seek(std::uint64_t to) {
 HandleSink::HandleSink(void* handle) : target(handle) {
     const std::int64_t present = target.Tell();
     if (present >= 0) {
-        start = static_cast<std::uint64_t>(present);
+        position = end = static_cast<std::uint64_t>(present);
     } else {
         collected = std::make_unique<MemorySink>(nullptr, std::numeric_limits<std::size_t>::max());
     }
@@ -130,7 +130,7 @@ bool HandleSink::Write(const void* data, std::size_t size) {
 }
 
 bool HandleSink::Seek(std::uint64_t to) {
-    if (!(collected ? collected->Seek(to) : target.Seek(start + to))) return false;
+    if (!(collected ? collected->Seek(to) : target.Seek(to))) return false;
     position = to;
     return true;
 }

@@ -15,7 +15,8 @@
 /// Where the ZIP container's bytes go to and come from, behind the stream functions that minizip calls.
 namespace zorv::detail {
 
-/// Takes the bytes of a ZIP being written. Positions count from the container's first byte.
+/// Takes the bytes of a ZIP being written. Positions count from the target's first byte, which the container's own
+/// offsets do as well.
 class ZipSink {
   public:
     virtual ~ZipSink() = default;
@@ -90,7 +91,6 @@ class HandleSink final : public ZipSink {
 
   private:
     FileHandle target;
-    std::uint64_t start = 0;
     std::unique_ptr<MemorySink> collected;
     std::uint64_t position = 0;
     std::uint64_t end = 0;

@@ -79,7 +79,8 @@ bool ZipReader::ReadDirectory() {
         items.push_back(std::move(item));
         state = unzGoToNextFile(container);
     }
-    const bool whole = state == UNZ_END_OF_LIST_OF_FILE || global.number_entry == kManyEntries;
+    const bool whole =
+        state == UNZ_END_OF_LIST_OF_FILE || (global.number_entry == kManyEntries && items.size() >= kManyEntries);
     if (!whole || items.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return false;
 
     // From the last item to the first, so that each name leads to its first item and from there on.

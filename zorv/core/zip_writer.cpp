@@ -191,7 +191,40 @@ eZoZipResult ZipWriter::End() {
     if (spoiled) return eZoZipFailedBefore;
     if (ended) return eZoZipOk;
     ended = true;
-    return zipClose(container, nullptr) == ZIP_OK ? eZoZipOk : Spoil(eZoZipWriteFailed);
+    const std::uint64_t directory = sink->End();
+    if (zipClose(container, nullptr) != ZIP_OK) return Spoil(eZoZipWriteFailed);
+    return itemCount < kMostEntries || directory >= kLargeItem || WriteLargeEnd(directory) ? eZoZipOk
+                                                                                           : Spoil(eZoZipWriteFailed);
+}
+
+bool ZipWriter::WriteLargeEnd(std::uint64_t directory) {
+    const std::uint64_t end = sink->End() - kDirectoryEnd;
+    std::string record;
+    const auto put = [&record](std::uint64_t value, int bytes) {
+        for (; bytes > 0; --bytes, value >>= 8)
+            record += static_cast<char>(value & 0xff);
+    };
+    put(0x06064b50, 4);  // the end of directory with 64-bit counts
+    put(44, 8);          // bytes that follow in this record
+    put(45, 2);          // versions: made by, needed
+    put(45, 2);
+    put(0, 8);  // disk numbers
+    put(itemCount, 8);
+    put(itemCount, 8);
+    put(end - directory, 8);
+    put(directory, 8);
+    put(0x07064b50, 4);  // where that record stands
+    put(0, 4);
+    put(end, 8);
+    put(1, 4);
+    put(0x06054b50, 4);  // the end of directory with its full 16-bit counts
+    put(0, 4);
+    put(kMostEntries, 2);
+    put(kMostEntries, 2);
+    put(end - directory, 4);
+    put(directory, 4);
+    put(0, 2);
+    return sink->Seek(end) && sink->Write(record.data(), record.size());
 }
 
 eZoZipResult ZipWriter::Close() {

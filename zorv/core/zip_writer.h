@@ -53,6 +53,8 @@ class ZipWriter {
                           std::uint64_t unpackedSize);
     eZoZipResult CopyStream(const Item& item, const Source& source, std::optional<std::uint64_t> size);
     bool Fits(const Item& item, std::size_t size);
+    /// minizip counts the items in 16 bits unless the file is large: puts the 64-bit count in.
+    bool WriteLargeEnd(std::uint64_t directory);
     bool OpenItem(const Item& item, bool raw);
     eZoZipResult Spoil(eZoZipResult result);
 
