@@ -11,6 +11,14 @@
 #include "zorv/core/zip.h"
 #include "zorv/export.h"
 
+namespace zorv::detail {
+
+/// What an archive item holds as raw bytes. A wide character differs from system to system and is none.
+template <class T>
+concept ArchiveValue = std::is_enum_v<T> ||(std::is_arithmetic_v<T> && !std::is_same_v<T, wchar_t>);
+
+}  // namespace zorv::detail
+
 /// A project archive: a ZIP file whose items are flat streams of raw values, each sealed by a CRC.
 ///
 /// A host derives from it, names the items and writes the current item's records in WriteItem. Every record has the
@@ -52,8 +60,8 @@ class ZORV_API CZipWrapper {
         return true;
     }
     /// Appends a value as it lies in memory.
-    template <class T>
-    requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) && (!std::is_same_v<T, wchar_t>)bool WriteValue(T value) {
+    template <zorv::detail::ArchiveValue T>
+    bool WriteValue(T value) {
         return AddZipData(&value, sizeof value);
     }
     /// Appends the number of elements of a list or table, 8 bytes.
@@ -79,8 +87,8 @@ class ZORV_API CZipWrapper {
         return count;
     }
     /// Reads a value as it lies in memory; at the end of the item it stays as it is. Returns whether it was there.
-    template <class T>
-    requires(std::is_arithmetic_v<T> || std::is_enum_v<T>) && (!std::is_same_v<T, wchar_t>)bool ReadValue(T& value) {
+    template <zorv::detail::ArchiveValue T>
+    bool ReadValue(T& value) {
         char bytes[sizeof(T)] = {};
         if (Read(bytes, sizeof bytes) != sizeof bytes) return false;
         if constexpr (std::is_same_v<T, bool>) {
