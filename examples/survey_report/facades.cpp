@@ -136,7 +136,7 @@ void Facades::AddTo(ReportPage& page, const std::wstring& picture) const {
     page.Table(rows);
 
     // The facade from the front: its points turned into the plane, coloured by their distance from it.
-    static const std::vector<PlanMark> marks{
+    static const std::vector<Mark> marks{
         {"up to 2 mm off the plane", "#008055"}, {"up to 4 mm", "#d08a00"}, {"more", "#b10027"}};
     const ZoPointList& used = facades[0].fit.GetUsedPoints();
     ZoPointList front;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "arguments.h"
 #include "console.h"
 #include "facades.h"
 #include "report_page.h"
@@ -30,10 +31,6 @@ const TZoFormatTable<eZoPointRWMask>& CooColumns() {
     return table;
 }
 
-std::wstring Wide(const fs::path& path) {
-    return string2wstring(path.string());
-}
-
 std::string Number(double value, int decimals) {
     return StringPrintf("%.*f", decimals, value);
 }
@@ -46,10 +43,6 @@ bool SamePoints(const ZoPointList& a, const ZoPointList& b) {
         if (p->GetId() != q->GetId() || !(*p == *q) || p->GetControlFlags() != q->GetControlFlags()) return false;
     }
     return !p && !q;
-}
-
-void Report(const char* what, bool good) {
-    std::printf("  %-46s %s\n", what, good ? "ok" : "FAILED");
 }
 
 /// One survey on its way from file to report. The folder takes all files that it makes.
@@ -77,17 +70,12 @@ class Survey : public LinkHdl {
         Update();
         Planes();
         Page();
-        return good;
+        return check.Good();
     }
 
   private:
     std::wstring Name(const char* ending) const { return string2wstring(stem + ending); }
     std::wstring File(const char* ending) const { return ZoMakeFilename(Wide(folder), Name(ending)); }
-
-    void Check(const char* what, bool result) {
-        Report(what, result);
-        good = good && result;
-    }
 
     void PrintStatistics() {
         unsigned long long total = 0;
@@ -108,10 +96,10 @@ class Survey : public LinkHdl {
     }
 
     void PointFile() {
-        Check("point file written", points.WriteFile(File(".coo"), CooColumns()) == 1);
+        check("point file written", points.WriteFile(File(".coo"), CooColumns()) == 1);
         ZoPointList back;
         back.ReadFile(File(".coo"), CooColumns());
-        Check("point file read back equal", SamePoints(points, back));
+        check("point file read back equal", SamePoints(points, back));
     }
 
     /// The same points as a block of a project file, read through keywords.
@@ -128,15 +116,15 @@ class Survey : public LinkHdl {
         reader.RegisterObject(ZoReaderObject("COORDINATES", Link(this, &Survey::ReadCoordinates)));
         reader.DoProcess(false);
         reader.LogErrorsToApplicationLogger();
-        Check("project block read back equal", reader.GetReadErrorCount() == 0 && SamePoints(points, fromProject));
+        check("project block read back equal", reader.GetReadErrorCount() == 0 && SamePoints(points, fromProject));
     }
 
     long ReadCoordinates(ZoReaderObject* object) { return fromProject.Read(object); }
 
     void Archive() {
         ZoPointList back;
-        Check("archive written", SurveyArchive::Save(File(".zip"), points));
-        Check("archive read back equal", SurveyArchive::Load(File(".zip"), &back) && SamePoints(points, back));
+        check("archive written", SurveyArchive::Save(File(".zip"), points));
+        check("archive read back equal", SurveyArchive::Load(File(".zip"), &back) && SamePoints(points, back));
     }
 
     void MeasurementLog() {
@@ -157,8 +145,8 @@ class Survey : public LinkHdl {
         ZoLogItemList back;
         back.SetFilename(file);
         back.ReadFile();
-        Check("measurement log read back", back.Count() == static_cast<int>(items));
-        Check("points of the log written", back.WriteAsCooFile(back.GetDefaultCooFilename(), 1) == back.Count());
+        check("measurement log read back", back.Count() == static_cast<int>(items));
+        check("points of the log written", back.WriteAsCooFile(back.GetDefaultCooFilename(), 1) == back.Count());
     }
 
     /// A second campaign, made up: all points 4 mm to the east, every tenth point 0.5 m up, two new points.
@@ -192,7 +180,7 @@ class Survey : public LinkHdl {
         added = updated.Count() - static_cast<int>(ZoSortHelper<ZoPoint>(&points).index.size());
         std::printf("  update: %d incoming, %d held back above %.0f mm, %d new, list now %d points\n", incoming,
                     heldBackCount, kTolerance * 1000, added, updated.Count());
-        Check("update added the two new points", added == 2);
+        check("update added the two new points", added == 2);
     }
 
     /// Only a survey with two facades has any; others go without.
@@ -202,7 +190,7 @@ class Survey : public LinkHdl {
         fs::remove(fs::path(wstring2string(File("_planes.log"))));
         facades.Construct(points);
         facades.Print();
-        Check("plane file written and read back", facades.WriteFiles(File(".sip"), File("_planes.log")));
+        check("plane file written and read back", facades.WriteFiles(File(".sip"), File("_planes.log")));
     }
 
     void Page() {
@@ -239,7 +227,7 @@ class Survey : public LinkHdl {
         if (points.CountMoreThan(static_cast<int>(kTableRows))) {
             page.Paragraph(StringPrintf("The first %d of %d points.", static_cast<int>(kTableRows), points.Count()));
         }
-        Check("report written", page.Write(Name(".html"), "Survey " + stem));
+        check("report written", page.Write(Name(".html"), "Survey " + stem));
         std::printf("  %s\n", (folder / (stem + ".html")).string().c_str());
     }
 
@@ -254,7 +242,7 @@ class Survey : public LinkHdl {
         return plan;
     }
 
-    inline static const std::vector<PlanMark> kMarks{
+    inline static const std::vector<Mark> kMarks{
         {"surveyed", "#008055"}, {"held back in the update", "#b10027"}, {"new", "#1f5fbf"}};
 
     fs::path source;
@@ -270,39 +258,23 @@ class Survey : public LinkHdl {
     bool hasFacades = false;
     int heldBackCount = 0;
     int added = 0;
-    bool good = true;
+    Checks check;
 };
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    fs::path out = "survey_report";
-    std::vector<fs::path> files;
-    for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        if (argument == "--out" && i + 1 < argc) {
-            out = argv[++i];
-        } else if (argument.starts_with("--")) {
-            std::fprintf(stderr, "usage: survey_report [--out FOLDER] [survey.gsi ...]\n");
-            return 2;
-        } else {
-            files.emplace_back(argument);
-        }
-    }
+    const auto arguments = TakeArguments(argc, argv, "survey_report", "[survey.gsi ...]");
+    if (!arguments) return 2;
+    std::vector<fs::path> files = arguments->files;
     if (files.empty()) files.emplace_back(fs::path(ZORV_EXAMPLE_DATA) / "facade_survey.gsi");
-    fs::create_directories(out);
 
-    ConsoleLogger console;
-    ZoMasterLogger master;
-    master.AddLogger(&console);
-    ZoApplicationLogger::RegisterMasterLogger(&master);
-    const ProgressWindow window;
-
+    const HostSession session;
     bool good = true;
     int done = 0;
     ZoProgressBarRouter::ShowProgressBar(L"surveys", 0, static_cast<int>(files.size()));
     for (const fs::path& file : files) {
-        Survey survey(file, out);
+        Survey survey(file, arguments->out);
         if (!survey.Run()) {
             ZoApplicationLogger::Log(1, L"%s could not be worked through", Wide(file).c_str());
             good = false;
@@ -310,6 +282,5 @@ int main(int argc, char** argv) {
         ZoProgressBarRouter::SetProgressBarPos(++done);
     }
     ZoProgressBarRouter::HideProgressBar();
-    ZoApplicationLogger::RegisterMasterLogger(nullptr);
     return good ? 0 : 1;
 }

@@ -55,3 +55,17 @@ void ProgressWindow::Draw(int position) {
 void ProgressWindow::Hide() {
     std::printf("\n");
 }
+
+HostSession::HostSession() {
+    master.AddLogger(&console);
+    ZoApplicationLogger::RegisterMasterLogger(&master);
+}
+
+HostSession::~HostSession() {
+    ZoApplicationLogger::RegisterMasterLogger(nullptr);
+}
+
+void Checks::operator()(const std::string& what, bool result) {
+    std::printf("  %-50s %s\n", what.c_str(), result ? "ok" : "FAILED");
+    good = good && result;
+}

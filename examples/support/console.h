@@ -28,3 +28,27 @@ class ProgressWindow {
     int upper = 0;
     std::string text;
 };
+
+/// The library's log and progress on the terminal, for the life of the host's main function.
+class HostSession {
+  public:
+    HostSession();
+    ~HostSession();
+    HostSession(const HostSession&) = delete;
+    HostSession& operator=(const HostSession&) = delete;
+
+  private:
+    ConsoleLogger console;
+    ZoMasterLogger master;
+    ProgressWindow window;
+};
+
+/// The host's own proof: each check is a line on the terminal, and one that fails is remembered.
+class Checks {
+  public:
+    void operator()(const std::string& what, bool result);
+    bool Good() const { return good; }
+
+  private:
+    bool good = true;
+};
