@@ -9,22 +9,12 @@
 #include <sstream>
 #include <string>
 
-#include "zorv/core/archive.h"
+#include "tests/support/archive_item.h"
+
 #include "zorv/core/reader.h"
 #include "zorv/math/matrix.h"
 
 namespace {
-
-class Item : public CZipWrapper {
-  public:
-    explicit Item(const std::string& bytes) {
-        bufferSize = bytes.size();
-        buffer = std::make_unique<char[]>(bufferSize);
-        bytes.copy(buffer.get(), bufferSize);
-        sizing = false;
-    }
-    void WriteItem() override {}
-};
 
 /// Reads one record from text in memory; false when it was refused.
 template <class Record>
@@ -82,7 +72,7 @@ void Solve(ZoMatrix m) {
 }
 
 void ArchiveForm(const std::string& bytes) {
-    Item item(bytes);
+    ArchiveItem item(bytes);
     while (!item.Eof()) {
         ZoMatrix m(3, 3);
         ZoVector v(3);

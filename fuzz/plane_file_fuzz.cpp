@@ -5,16 +5,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
 #include <string>
 
+#include "tests/support/archive_item.h"
 #include <unistd.h>
 
-#include "zorv/core/archive.h"
 #include "zorv/core/reader.h"
 #include "zorv/core/text_conversion.h"
 #include "zorv/math/polygon.h"
@@ -36,17 +35,6 @@ struct InputFile {
     }
     std::wstring Name() const { return string2wstring(path.native()); }
     std::filesystem::path path;
-};
-
-/// An item that was unpacked already.
-class Item final : public CZipWrapper {
-  public:
-    Item(const std::uint8_t* data, std::size_t size) {
-        buffer = std::make_unique<char[]>(size + 1);
-        if (size > 0) std::memcpy(buffer.get(), data, size);
-        bufferSize = size;
-    }
-    void WriteItem() override {}
 };
 
 void CheckPlanes(const ZoPlaneList& planes, std::size_t size) {
@@ -105,12 +93,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckPlaneFile(file, text);
     CheckBlocks(file, text);
 
-    Item planeItem(data, size);
+    ArchiveItem planeItem(data, size);
     ZoPlaneList planes;
     planes.ReadV9(&planeItem);
     CheckPlanes(planes, size);
 
-    Item polygonItem(data, size);
+    ArchiveItem polygonItem(data, size);
     ZoPolygon polygon;
     polygon.ReadV9(&polygonItem);
     Require(polygon.Count() <= static_cast<int>(size));

@@ -99,6 +99,7 @@
 #include "zorv/points/nearest_finder.h"
 #include "zorv/points/point.h"
 #include "zorv/points/point_list.h"
+#include "zorv/rectify/definition_lines.h"
 #include "zorv/rectify/plane.h"
 #include "zorv/rectify/plane_fit.h"
 #include "zorv/rectify/plane_list.h"

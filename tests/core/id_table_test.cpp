@@ -6,35 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/archive_item.h"
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
-#include "zorv/core/archive.h"
 #include "zorv/core/reader.h"
 #include "zorv/core/text_writer.h"
 
 namespace {
 
 using Ids = std::vector<unsigned int>;
-
-/// The bytes of one item, without a file.
-struct ItemBytes : CZipWrapper {
-    void WriteItem() override {}
-
-    void Give(const std::string& bytes) {
-        buffer = std::make_unique<char[]>(bytes.size() + 1);
-        std::copy(bytes.begin(), bytes.end(), buffer.get());
-        bufferSize = bytes.size();
-        position = 0;
-    }
-    template <class Record>
-    std::string Take(const Record& record) {
-        sizing = false;
-        Give(std::string(1000, '\0'));
-        record.WriteV9(this);
-        return std::string(buffer.get(), position);
-    }
-};
 
 std::string Bytes(std::initializer_list<int> bytes) {
     return std::string(bytes.begin(), bytes.end());
@@ -125,17 +106,14 @@ TEST(IdTable, TextEndsAtTheBlockAndNowhereElse) {
 }
 
 TEST(IdTable, ArchiveFormIsCountAndIds) {
-    ItemBytes item;
     ZoIdTable table;
     table.Add(0x01020304);
     table.Add(5);
     const std::string bytes = Bytes({2, 0, 0, 0, 0, 0, 0, 0, 4, 3, 2, 1, 5, 0, 0, 0});
-    EXPECT_EQ(item.Take(table), bytes);
+    EXPECT_EQ(ArchiveBytes(table), bytes);
     // The second of these counts lies.
-    for (const std::string& added : {bytes, Bytes({0, 0, 0, 0, 0, 0, 0, 16, 9, 0, 0, 0, 1}), Bytes({1, 0})}) {
-        item.Give(added);
-        table.ReadV9(&item);
-    }
+    for (const std::string& added : {bytes, Bytes({0, 0, 0, 0, 0, 0, 0, 16, 9, 0, 0, 0, 1}), Bytes({1, 0})})
+        ReadArchiveBytes(added, table);
     EXPECT_EQ(Values(table), (Ids{0x01020304, 5, 0x01020304, 5, 9}));
 }
 
@@ -156,13 +134,11 @@ TEST(IdTable2D, TextAndArchiveHoldRowAfterRow) {
     EXPECT_EQ(back.table.SizeX(), 3);
     EXPECT_EQ(back.table.data, cells);
 
-    ItemBytes item;
     const std::string bytes = Bytes({3, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0}) + std::string(8, '\0') +
                               Bytes({3, 0, 0, 0, 0, 0, 0, 0, 5, 0, 0, 0, 0, 0, 0, 0});
-    EXPECT_EQ(item.Take(table), bytes);
+    EXPECT_EQ(ArchiveBytes(table), bytes);
     back.table.Set(7, 7);
-    item.Give(bytes);
-    back.ReadV9(&item);
+    ReadArchiveBytes(bytes, back);
     EXPECT_EQ(back.table.SizeY(), 2);
     EXPECT_EQ(back.table.data, cells);
 }
@@ -172,10 +148,8 @@ TEST(IdTable2D, SizesThatLieTakeNoMemory) {
          {Bytes({0, 0, 0, 0, 0, 0, 0, 16, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}),   // 2^60 columns
           Bytes({0, 0, 0, 64, 0, 0, 0, 0, 0, 0, 0, 64, 0, 0, 0, 0, 1, 0, 0, 0}),  // 2^30 by 2^30
           Bytes({2, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}), Bytes({1, 0, 0})}) {
-        ItemBytes item;
         ZoIdTable2D table(2, 2);
-        item.Give(bytes);
-        table.ReadV9(&item);
+        ReadArchiveBytes(bytes, table);
         EXPECT_EQ(table.table.data, Ids{});
         EXPECT_EQ(table.table.SizeX(), 0);
     }

@@ -4,12 +4,12 @@
 
 #include "tests/math/matrix_compare.h"
 #include "tests/support/allocation_count.h"
+#include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/recorded_host.h"
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
-#include "zorv/core/archive.h"
 #include "zorv/core/reader.h"
 #include "zorv/math/affine_map3d.h"
 
@@ -90,23 +90,11 @@ TEST(MatrixRecord, WordsAndTextsAreZeroOtherTokensEndTheRecord) {
     EXPECT_EQ(v, ZoVector(1.0, 2.0));
 }
 
-/// An item in memory.
-class Item : public CZipWrapper {
-  public:
-    explicit Item(const std::string& bytes) {
-        bufferSize = bytes.size();
-        buffer = std::make_unique<char[]>(bufferSize);
-        bytes.copy(buffer.get(), bufferSize);
-        sizing = false;
-    }
-    void WriteItem() override {}
-};
-
 TEST(MatrixRecord, ArchiveHoldsShapeThenElements) {
     // A matrix (1.5, -2), a vector (0) and a 2 by 9 matrix.
     const std::string head = HexBytes("01000000 02000000 000000000000f83f 00000000000000c0 01000000 0000000000000000");
     const double values[] = {1.5, -2.0};
-    Item item(std::string(head.size() + 8 + 18 * 8, '\0'));
+    ArchiveItem item(std::string(head.size() + 8 + 18 * 8, '\0'));
     ZoMatrix(values, 1, 2).WriteV9(&item);
     ZoVector(1).WriteV9(&item);
     Make(2, 9).WriteV9(&item);
@@ -127,7 +115,7 @@ TEST(MatrixRecord, ArchiveHoldsShapeThenElements) {
 TEST(MatrixRecord, ArchiveShapesBeyondTheBytesAreRefused) {
     for (const char* shape : {"ffffffff 01000000", "01000000 ffffffff", "feffffff feffffff", "ffffff7f ffffff7f",
                               "00000100 00000100", "03000000 01000000", "00000000 00000100", "0200"}) {
-        Item item(HexBytes(shape) + std::string(16, '\1'));
+        ArchiveItem item(HexBytes(shape) + std::string(16, '\1'));
         ZoMatrix m = Make(2, 2);
         const std::size_t allocations = AllocationCount();
         m.ReadV9(&item);
@@ -135,7 +123,7 @@ TEST(MatrixRecord, ArchiveShapesBeyondTheBytesAreRefused) {
         EXPECT_EQ(All(m), All(Make(2, 2)));
     }
     for (const char* size : {"ffffffff", "ffffff7f", "03000000", "0200"}) {
-        Item item(HexBytes(size) + std::string(size[4] ? 16 : 1, '\1'));
+        ArchiveItem item(HexBytes(size) + std::string(size[4] ? 16 : 1, '\1'));
         ZoVector v(1.0, 2.0);
         v.ReadV9(&item);
         EXPECT_EQ(v, ZoVector(1.0, 2.0));

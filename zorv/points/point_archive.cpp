@@ -1,9 +1,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 
-#include "zorv/core/archive.h"
+#include "zorv/core/archive_list.h"
 #include "zorv/points/point_list.h"
 
 namespace {
@@ -61,16 +60,12 @@ void ZoPoint::WriteV9(CZipWrapper* archive) const {
 }
 
 void ZoPointList::ReadV9(CZipWrapper* archive) {
-    const std::uint64_t stored = archive->ReadCount(kSmallestRecord);
     SetNotify(false);
-    for (std::uint64_t i = 0; i < stored && archive->ReadBytesLeft() >= kSmallestRecord; ++i)
-        Add(std::make_unique<ZoPoint>(archive).release());
+    zorv::detail::ReadRecords(*this, archive, kSmallestRecord);
     SetNotify(true);
     NotifyChanged(nullptr, nullptr);
 }
 
 void ZoPointList::WriteV9(CZipWrapper* archive) const {
-    archive->WriteCount(static_cast<std::uint64_t>(Count()));
-    for (const ZoPoint* point = First(); point; point = point->NextConst())
-        point->WriteV9(archive);
+    zorv::detail::WriteRecords(*this, archive);
 }

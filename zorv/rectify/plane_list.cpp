@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "zorv/core/archive.h"
+#include "zorv/core/archive_list.h"
 #include "zorv/core/platform/files.h"
 #include "zorv/core/reader.h"
 #include "zorv/core/text_writer.h"
@@ -56,14 +56,11 @@ int ZoPlaneList::WriteFile(const std::wstring& fileName) const {
 
 void ZoPlaneList::ReadV9(CZipWrapper* archive) {
     SetNotify(false);
-    for (std::uint64_t left = archive->ReadCount(kSmallestRecord); left > 0 && !archive->Eof(); --left)
-        Add(std::make_unique<ZoPlane>(archive).release());
+    zorv::detail::ReadRecords(*this, archive, kSmallestRecord);
     SetNotify(true);
     NotifyChanged(nullptr, nullptr);
 }
 
 void ZoPlaneList::WriteV9(CZipWrapper* archive) const {
-    archive->WriteCount(static_cast<std::uint64_t>(Count()));
-    for (const ZoPlane* plane = First(); plane; plane = plane->NextConst())
-        plane->WriteV9(archive);
+    zorv::detail::WriteRecords(*this, archive);
 }
