@@ -90,6 +90,8 @@
 #include "zorv/math/vector.h"
 #include "zorv/math/vector2d.h"
 #include "zorv/math/vector3d.h"
+#include "zorv/orientation/bundle_observation.h"
+#include "zorv/orientation/bundle_observation_list.h"
 #include "zorv/points/column_table.h"
 #include "zorv/points/coordinate_update.h"
 #include "zorv/points/generic_table.h"
