@@ -12,3 +12,6 @@ pkg_check_modules(geographiclib REQUIRED IMPORTED_TARGET geographiclib)
 
 # Deflates and inflates archive items about twice as fast as zlib, with the same bytes for any unzip program.
 pkg_check_modules(libdeflate IMPORTED_TARGET libdeflate)
+
+# Parallel loops; without it they run on one thread, with the same results.
+find_package(OpenMP)
