@@ -49,8 +49,9 @@ TEST_F(GpsPosition, ValidityAndComparison) {
     EXPECT_TRUE(Position(48, 16, 200).IsValid());
     EXPECT_FALSE(Position(90.1, 16, 200).IsValid());
     EXPECT_FALSE(Position(48, -180.1, 200).IsValid());
+    position.Clear();
     position.SetModeXYZ(true);
-    EXPECT_TRUE(position.IsValid());
+    EXPECT_TRUE(position.IsValid()) << "any setter counts";
     EXPECT_EQ(Position(48, 16, 200).Compare(Position(49, 1, 1)), -1);
     EXPECT_EQ(Position(48, 16, 200).Compare(Position(47, 1, 1)), 1);
     EXPECT_EQ(Position(48, 16, 200).Compare(ZoGPSPosition()), 0);
@@ -58,7 +59,8 @@ TEST_F(GpsPosition, ValidityAndComparison) {
     EXPECT_EQ(Position(48.5, -0.25, 171.256).GetAsDMS(), "48\xC2\xB0 30' 0.000\"    -1\xC2\xB0 45' 0.000\"   171.26m");
 }
 
-// Worked out by the series of Krueger (1912) to the sixth order with another program.
+// Worked out by the series of Krueger (1912) to the sixth order with another program; beyond UTM by the closed form of
+// the polar stereographic projection.
 TEST_F(GpsPosition, UtmAgreesWithKruegersSeries) {
     struct Case {
         double latitude, longitude, easting, northing;
@@ -67,7 +69,8 @@ TEST_F(GpsPosition, UtmAgreesWithKruegersSeries) {
     for (const auto& [latitude, longitude, easting, northing, zone] :
          {Case{48.2082, 16.3738, 602065.207411, 5340353.594304, "33n"},
           Case{33.3, 44.4, 444140.544918, 3684706.355550, "38n"},
-          Case{-33.8568, 151.2153, 334900.569652, 6252288.752888, "56s"}}) {
+          Case{-33.8568, 151.2153, 334900.569652, 6252288.752888, "56s"},
+          Case{86, 30, 2222134.214679, 1615252.254077, "n"}}) {
         const ZoUtmPoint utm(Position(latitude, longitude, 12.5));
         EXPECT_EQ(utm.zoneText, zone);
         EXPECT_NEAR(utm.easting, easting, kMillimetre);
@@ -90,6 +93,7 @@ TEST_F(GpsPosition, GaussKruegerPresets) {
     ASSERT_TRUE(ZoGKSettings::Get().SetToDefault(2));
     const ZoGPSPosition graz = Position(47.0707, 15.4395, 353);
     EXPECT_EQ(graz.GetAsZoPoint(eDatumGK), ZoPoint()) << "the settings are not active";
+    EXPECT_EQ(graz.GetAsZoPoint(eDatumGKSwapped).GetName(), L"");
     ZoGKSettings::Get().active = true;
     const ZoPoint point = graz.GetAsZoPoint(eDatumGK);
     EXPECT_NEAR(point.x, -67864.307720 + 750000, kMillimetre);

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <utility>
 
-#include "zorv/core/number_cast.h"
 #include "zorv/core/string_tools.h"
 #include "zorv/core/text_conversion.h"
 #include "zorv/geodesy/deg_min_sec.h"
@@ -52,20 +51,16 @@ Form FormOf(const ZoGPSPosition& position, DatumMode mode) {
 
 }  // namespace
 
-DegMinSec::DegMinSec(double degrees) {
-    const double wholeDegrees = std::floor(degrees);
-    const double minutes = (degrees - wholeDegrees) * 60.0;
-    const double wholeMinutes = std::floor(minutes);
-    deg = zorv::detail::SaturatedInt(wholeDegrees);
-    min = zorv::detail::SaturatedInt(wholeMinutes);
-    sec = (minutes - wholeMinutes) * 60.0;
-}
-
 bool ZoGPSPosition::IsValid() const {
     if (!valid) return false;
     if (modeXYZ) return true;
     if (latitude == 0.0 || longitude == 0.0 || altitude == 0.0) return false;
     return std::fabs(latitude) <= 90.0 && std::fabs(longitude) <= 180.0;
+}
+
+void ZoGPSPosition::SetModeXYZ(bool on) {
+    modeXYZ = on;
+    valid = true;
 }
 
 void ZoGPSPosition::SetLatitude(double degrees) {
@@ -118,7 +113,8 @@ ZoPoint ZoGPSPosition::GetAsZoPoint(DatumMode mode) const {
     if (!valid) return point;
     const Form form = FormOf(*this, mode);
     point = ZoPoint(0, form.x, form.y, form.z, 0);
-    if (IsSwapped(mode) && !modeXYZ) point.SetName(string2wstring(form.text));
+    const bool withoutGrid = mode == eDatumGKSwapped && !ZoGKSettings::Get().active;
+    if (IsSwapped(mode) && !modeXYZ && !withoutGrid) point.SetName(string2wstring(form.text));
     return point;
 }
 

@@ -25,7 +25,7 @@ class ZORV_API ZoGPSPosition {
     /// Whether it was set and, unless in XYZ mode, none of the three values is exactly 0 and both angles are in range.
     bool IsValid() const;
     bool IsModeXYZ() const { return modeXYZ; }
-    void SetModeXYZ(bool on) { modeXYZ = on; }
+    void SetModeXYZ(bool on);
 
     double GetLatitude() const { return latitude; }
     double GetLongitude() const { return longitude; }
@@ -42,18 +42,19 @@ class ZORV_API ZoGPSPosition {
     std::string GetAsDMS() const;
     void GetAsDMS(int* latDeg, int* latMin, double* latSec, int* longDeg, int* longMin, double* longSec) const;
 
-    /// A point in the form of the mode; a new point where the position was never set, the mode is unknown, or nothing
-    /// was reached by the conversion (see ZoUtmPoint::IsPositionInUtmSpace). The swapped forms give it the text of the
-    /// position as its name.
+    /// A point in the form of the mode; a new point where the position was never set, the mode is unknown, or a
+    /// Gauss-Krueger mode finds the ZoGKSettings inactive. Coordinates that the conversion did not reach are 0 (see
+    /// ZoUtmPoint::IsPositionInUtmSpace). The swapped forms give it the text of the position as its name.
     ZoPoint GetAsZoPoint(DatumMode mode) const;
-    /// The same in the process-wide mode into a given point, named after the position ("GPS" for latitude and
-    /// longitude and in XYZ mode). False, with the point unchanged, for a position that was never set.
+    /// The same in the process-wide mode into a given point, which keeps its other fields and is named after the
+    /// position in every mode ("GPS" for latitude and longitude and in XYZ mode). False, with the point unchanged, for
+    /// a position that was never set.
     bool GetAsZoPoint(ZoPoint& point) const;
 
     static DatumMode GetDatumMode() { return s_DatumMode; }
     static void SetDatumMode(DatumMode mode) { s_DatumMode = mode; }
 
-    bool valid = false;  ///< set by every setter of a value
+    bool valid = false;  ///< set by every setter, that of the mode included
     bool modeXYZ = false;
     double latitude = 0.0;
     double longitude = 0.0;
