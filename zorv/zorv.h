@@ -92,6 +92,8 @@
 #include "zorv/math/vector3d.h"
 #include "zorv/orientation/bundle_observation.h"
 #include "zorv/orientation/bundle_observation_list.h"
+#include "zorv/orientation/local_system.h"
+#include "zorv/orientation/similarity.h"
 #include "zorv/photo/calibration_entry.h"
 #include "zorv/photo/camera.h"
 #include "zorv/photo/camera_list.h"
