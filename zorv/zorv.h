@@ -93,6 +93,8 @@
 #include "zorv/orientation/bundle_observation.h"
 #include "zorv/orientation/bundle_observation_list.h"
 #include "zorv/orientation/local_system.h"
+#include "zorv/orientation/planar_fit.h"
+#include "zorv/orientation/planar_trafo.h"
 #include "zorv/orientation/similarity.h"
 #include "zorv/photo/calibration_entry.h"
 #include "zorv/photo/camera.h"

@@ -1,0 +1,40 @@
+#include "zorv/core/partner_finder.h"
+
+#include <algorithm>
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Record : public TZoListnode<Record> {
+  public:
+    using TZoListnode<Record>::TZoListnode;
+};
+
+using RecordList = TZoListHeader<Record>;
+
+/// Ids from 0 to `largest`, some of them several times; in order up to the place `sorted`.
+std::vector<unsigned int> Ids(std::mt19937& random, unsigned int largest, std::size_t count, std::size_t sorted) {
+    std::vector<unsigned int> ids(count);
+    for (unsigned int& id : ids)
+        id = static_cast<unsigned int>(random()) % (largest + 1);
+    std::sort(ids.begin(), ids.begin() + static_cast<std::ptrdiff_t>(std::min(sorted, count)));
+    return ids;
+}
+
+TEST(PartnerFinder, AnswersAsASearchOfTheListDoes) {
+    std::mt19937 random(3);
+    for (int round = 0; round < 400; ++round) {
+        const std::size_t count = round % 20;
+        RecordList list;
+        for (const unsigned int id : Ids(random, 25, count, round % 3 == 0 ? random() % 20 : 20))
+            list.Add(Record(id));
+        zorv::detail::PartnerFinder<Record> finder(&list);
+        for (const unsigned int id : Ids(random, 27, 30, round % 2 == 0 ? random() % 30 : 30))
+            ASSERT_EQ(finder.Find(id), list.Find(id)) << round << " " << id;
+    }
+    EXPECT_EQ(zorv::detail::PartnerFinder<Record>(nullptr).Find(0), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,139 @@
+#include "zorv/orientation/planar_trafo.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "tests/support/archive_item.h"
+#include "tests/support/hex_bytes.h"
+#include "tests/support/read_block.h"
+#include "tests/support/recorded_host.h"
+#include <gtest/gtest.h>
+
+#include "zorv/math/matrix.h"
+#include "zorv/points/point.h"
+
+namespace {
+
+constexpr int kCoefsOfType[] = {0, 4, 6, 8, 20, 0};
+
+/// A transformation with all coefficients, 1, 2, 3, ...
+ZoTrafo2d Counting(int type) {
+    ZoTrafo2d trafo;
+    trafo.type = static_cast<eZoTrafo2DType>(type);
+    for (int i = 0; i < ZoTrafo2d::kCoefCount; ++i)
+        trafo.coef[i] = i + 1;
+    return trafo;
+}
+
+bool operator==(const ZoTrafo2d& a, const ZoTrafo2d& b) {
+    return a.type == b.type && std::equal(std::begin(a.coef), std::end(a.coef), b.coef);
+}
+
+std::string Text(const ZoTrafo2d& trafo) {
+    std::ostringstream out;
+    trafo.Write(out);
+    return out.str();
+}
+
+TEST(PlanarTrafo, MapsByItsTypeAsItsMatrixDoes) {
+    // Where (2, -1) goes, by hand. The terms of the polynomial are there 1, 2, -1, 4, -2, 1, 8, -4, 2, -1.
+    const ZoPoint mapped[] = {{0, 2, -1, 0, 0},          {0, 9, 9, 0, 0},    {0, 2, 8, 0, 0},
+                              {0, 3 / 7., 9 / 7., 0, 0}, {0, 46, 146, 0, 0}, {0, 2, -1, 0, 0}};
+    for (int type = eTrafo2DNone; type <= eTrafo2DInvHelmert; ++type) {
+        const ZoTrafo2d trafo = Counting(type);
+        ZoPoint point(0, 2, -1, 0, 0);
+        EXPECT_EQ(trafo.Transform(&point), kCoefsOfType[type] > 0);
+        EXPECT_LT(point.Distance(mapped[type]), 1e-15) << type;
+
+        ZoMatrix m;  // takes the shape
+        trafo.BuildMatrix(&m);
+        ZoPoint byMatrix(0, 2, -1, 0, 0);
+        EXPECT_TRUE(m.PTrans2D(&byMatrix));
+        EXPECT_EQ(point.Distance(byMatrix) < 1e-15, type != eTrafo2DPolynomial) << type;
+        ZoTrafo2d back = Counting(eTrafo2DNone);
+        if (m.IsIdent()) m[1][3] = 8.0;
+        back.SetFromMatrix(m, trafo.type);
+        EXPECT_TRUE(back == trafo) << type;
+    }
+    ZoTrafo2d none = Counting(77);
+    ZoPoint point(0, 2, -1, 0, 0);
+    EXPECT_FALSE(none.Transform(&point));
+    none.type = eTrafo2DProjektiv;  // w = 7 x + 8 y + 1
+    point = ZoPoint(0, 1, -1 + 1e-12, 0, 0);
+    EXPECT_FALSE(none.Transform(&point));
+    EXPECT_EQ(point, ZoPoint(0, 1, -1 + 1e-12, 0, 0));
+}
+
+TEST(PlanarTrafo, HelmertBackwards) {
+    ZoTrafo2d trafo;
+    trafo.Set(1000.0, 0.6, -2000.0, -0.8);
+    ZoPoint point(0, 12.5, -7.25, 0, 0);
+    ASSERT_TRUE(trafo.Transform(&point));
+    trafo.type = eTrafo2DPolynomial;  // the way back does not ask
+    ASSERT_TRUE(trafo.TransInvHelmert(&point));
+    EXPECT_LT(point.Distance(ZoPoint(0, 12.5, -7.25, 0, 0)), 2e-12);  // a few ulp of the shift
+    trafo.Set(3, 0, 4, 0);
+    const ZoPoint before = point;
+    EXPECT_FALSE(trafo.TransInvHelmert(&point));
+    trafo.SetIdent();
+    EXPECT_TRUE(trafo.Transform(&point));
+    EXPECT_EQ(point, before);
+}
+
+TEST(PlanarTrafo, TextForms) {
+    ZoTrafo2d trafo;
+    trafo.Set(1, -0.1, 1e10 / 3, 4, 5, 6e-5);
+    EXPECT_EQ(Text(trafo),
+              "    2\n"
+              "                        1                     -0.1        3333333333.333333                        4\n"
+              "                        5                    6e-05");
+    const int old[] = {99, 2, 1, 0, 3, -1};
+    for (int type = eTrafo2DNone; type <= eTrafo2DInvHelmert; ++type) {
+        const std::string text = Text(Counting(type)) + " \"name\"";
+        for (const bool isOld : {false, true}) {
+            ZoTrafo2d back = Counting(-7);
+            std::fill_n(back.coef, kCoefsOfType[type], 0.0);
+            const bool known = !isOld || kCoefsOfType[type] > 0;
+            const std::string number = std::to_string(isOld ? old[type] : type);
+            ReadBlock(number + text.substr(5), [&](ZoReaderObject* object) {
+                EXPECT_EQ(isOld ? back.ReadV50(object) : back.Read(object), 1);
+                EXPECT_STREQ(object->GetReader()->GetParser().GetTokenString(), "name");
+            });
+            EXPECT_TRUE(back == Counting(known ? type : -7)) << isOld << " " << type;
+        }
+    }
+    for (const char* text : {"", "word", "1.5 1 2 3 4", "1 1 2 3", "2 1 2 nan 4 5 6", "3 1 2 3 {", "4 1", "\"1\""}) {
+        EXPECT_GT(ReadBlock(text, [&](ZoReaderObject* object) { trafo.Read(object); }), 0) << text;
+        EXPECT_EQ(trafo.coef[5], 6e-5);
+        EXPECT_EQ(trafo.type, eTrafo2DAffin) << text;
+    }
+}
+
+TEST(PlanarTrafo, ArchiveRecordHoldsAllCoefficients) {
+    ZoTrafo2d trafo;
+    trafo.Set(1, -2, 0.5, 0);
+    const std::string bytes = ArchiveBytes(trafo);
+    EXPECT_EQ(bytes,
+              HexBytes("01000000 000000000000f03f 00000000000000c0 000000000000e03f") + std::string(17 * 8, '\0'));
+    ZoTrafo2d back = Counting(eTrafo2DPolynomial);
+    for (const std::size_t size : {0, 3, 4, 163})
+        ReadArchiveBytes(bytes.substr(0, size), back);
+    EXPECT_TRUE(back == Counting(eTrafo2DPolynomial));
+    EXPECT_EQ(ReadArchiveBytes(bytes, back), 0u);
+    EXPECT_TRUE(back == trafo);
+}
+
+TEST(PlanarTrafo, NamesAndDebugLines) {
+    EXPECT_STREQ(ZoTrafo2d::GetTrafoName(eTrafo2DInvHelmert), L"Inv. Helmert");
+    EXPECT_STREQ(Counting(-3).GetTrafoName(), L"None");
+    const RecordedHost host;
+    for (int type = eTrafo2DNone; type <= eTrafo2DInvHelmert; ++type)
+        Counting(type).DbgPrintf(type == eTrafo2DPolynomial ? nullptr : "> ");
+    const std::vector<std::string> lines = {
+        "> Helmert a0 1.000000  a1 2.000000  b0 3.000000  b1 4.000000",
+        "> Affin   a0 1.000000  a1 2.000000  a2 3.000000  b0 4.000000  b1 5.000000  b2 6.000000",
+        "> Projektiv  1.000000 2.000000 3.000000 4.000000 5.000000 6.000000 7.000000 8.000000", "Polynom"};
+    EXPECT_EQ(host.narrow, lines);
+}
+
+}  // namespace
