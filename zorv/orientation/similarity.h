@@ -181,6 +181,9 @@ class ZORV_API ZoTrafo3d : public virtual ZoTrafo3dData {
     eRobustStatus RobustCalcAndCheckByControlPoints(const ZoSortHelper<ZoPoint>& controls, ZoPointList* list,
                                                     double limitSq, int minPoints);
     eRobustStatus RobustCheckTransformQuality(const ZoSortHelper<ZoPoint>& controls, ZoPointList* list, double limitSq);
+    /// Random sample search. Leaves the points in another order; false with the status when nothing was found.
+    bool RobustSearch(const ZoSortHelper<ZoPoint>& controls, ZoPointList& sources, const ZoIdTable& commonIds,
+                      double limitSq, int minPoints, int extraSample);
     void RobustTryAndAddPoints(std::set<unsigned int>& good, std::set<unsigned int>& bad, double limitSq,
                                const ZoSortHelper<ZoPoint>& controls, const ZoPointList& list);
     /// Copies of the points with and without a partner in the other list; the table gets the common ids, the box takes
