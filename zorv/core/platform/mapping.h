@@ -10,9 +10,9 @@ namespace zorv::detail {
 using SystemHandle = std::intptr_t;
 inline constexpr SystemHandle kNoHandle = -1;
 
-enum class MapFile { kOpenExisting, kCreateNew };
+enum class MapFile { kOpenExisting, kOpenReadOnly, kCreateNew };
 
-/// Opens for reading and writing and shares both. A new file replaces an old one.
+/// Opens for reading and, but for kOpenReadOnly, writing, and shares both. A new file replaces an old one.
 int OpenForMapping(const std::wstring& file, MapFile mode, SystemHandle& handle);
 int GetFileSize(SystemHandle handle, std::uint64_t& size);
 /// Gives the file that size, with room for it on the disk.

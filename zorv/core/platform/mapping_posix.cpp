@@ -25,8 +25,9 @@ bool Fits(std::uint64_t size) {
 }  // namespace
 
 int OpenForMapping(const std::wstring& file, MapFile mode, SystemHandle& handle) {
+    const int access = mode == MapFile::kOpenReadOnly ? O_RDONLY : O_RDWR;
     const int how = mode == MapFile::kCreateNew ? O_CREAT | O_TRUNC : 0;
-    const int opened = ::open(NativePath(file).c_str(), O_RDWR | O_CLOEXEC | how, 0666);
+    const int opened = ::open(NativePath(file).c_str(), access | O_CLOEXEC | how, 0666);
     if (opened < 0) return errno;
     handle = opened;
     return 0;
