@@ -99,6 +99,7 @@
 #include "zorv/orientation/planar_trafo.h"
 #include "zorv/orientation/random_index.h"
 #include "zorv/orientation/similarity.h"
+#include "zorv/photo/auto/library_camera.h"
 #include "zorv/photo/calibration_entry.h"
 #include "zorv/photo/camera.h"
 #include "zorv/photo/camera_list.h"
