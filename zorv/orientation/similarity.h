@@ -136,10 +136,12 @@ class ZORV_API ZoTrafo3d : public virtual ZoTrafo3dData {
     /// random samples of 4 + extraSample points are fitted and all points that agree with one join it; the largest set
     /// found gives the transformation. That search needs minPoints + extraPoints common points.
     ///
-    /// `controls` and `source` stay unchanged. The three output lists may be null; they are appended to: rejected
-    /// points (to `result` when `rejected` is null), control points of rejected points, accepted points, points without
-    /// a control point, control points without a point. The unnamed bool has no effect. Returns the status; for any
-    /// but eTrafo3DOk the lists stay as they were.
+    /// `controls` and `source` stay unchanged; the first points of an id in both are a pair, further ones have no
+    /// partner. The three output lists may be null; they are appended to: rejected points (to `result` when `rejected`
+    /// is null), control points of rejected points, accepted points (in the order of `controls` unless there was a
+    /// search), points without a control point, control points without a point. The unnamed bool has no effect. Returns
+    /// the status; for any but eTrafo3DOk the lists stay as they were. The samples follow from
+    /// ZoGenerateRandomIndex::SetSeed.
     eTrafo3DStatus RobustCalcByControlPointsAndTransform(ZoPointList* result, ZoPointList* rejected,
                                                          ZoPointList* rejectedControls, const ZoPointList& controls,
                                                          const ZoPointList& source, double threshold,
