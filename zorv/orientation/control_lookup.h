@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "zorv/core/sort_helper.h"
@@ -9,52 +11,90 @@
 
 namespace zorv::detail {
 
-/// Many lookups in one helper, in the order of a list.
+/// The points of a helper in one block of memory, by ascending id, for about as many lookups as there are points.
 ///
-/// The lists of a survey are mostly in the order of their ids, and then the next point stands next in the helper too.
-/// Where that fails often, the ids are brought into one block of memory, whose binary search is several times faster
-/// than the one through the nodes of the map. The helper must not change meanwhile.
-class ControlLookup {
+/// The lists of a survey are mostly in the order of their ids; then the point asked for next stands next. Others are
+/// found through buckets of nearby ids, several times faster than through the nodes of the helper's map.
+class ControlTable {
   public:
-    explicit ControlLookup(const ZoSortHelper<ZoPoint>& helper) : index(helper.index), next(index.begin()) {}
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-    /// The control point of the id, or null.
-    ZoPoint* Find(unsigned int id) {
-        if (next != index.end() && next->first == id) return (next++)->second;
-        return ids.empty() ? FindInMap(id) : FindInBlock(id);
-    }
-
-  private:
-    ZoPoint* FindInMap(unsigned int id) {
-        const auto found = index.lower_bound(id);
-        next = found;
-        // The block costs a walk through the whole index.
-        if (++jumps > index.size() / 16 + 64) MakeBlock();
-        if (found == index.end() || found->first != id) return nullptr;
-        ++next;
-        return found->second;
-    }
-
-    ZoPoint* FindInBlock(unsigned int id) const {
-        const auto found = std::lower_bound(ids.begin(), ids.end(), id);
-        if (found == ids.end() || *found != id) return nullptr;
-        return points[static_cast<std::size_t>(found - ids.begin())];
-    }
-
-    void MakeBlock() {
-        ids.reserve(index.size());
-        points.reserve(index.size());
-        for (const auto& [id, point] : index) {
-            ids.push_back(id);
-            points.push_back(point);
+    explicit ControlTable(const ZoSortHelper<ZoPoint>& helper) {
+        entries.reserve(helper.index.size());
+        for (const auto& [id, point] : helper.index) {
+            if (point) entries.push_back({id, point});
         }
     }
 
-    const ZoSortHelper<ZoPoint>::Index& index;
-    ZoSortHelper<ZoPoint>::Index::const_iterator next;
-    std::size_t jumps = 0;
-    std::vector<unsigned int> ids;
-    std::vector<ZoPoint*> points;
+    std::size_t Size() const { return entries.size(); }
+    ZoPoint* PointAt(std::size_t place) const { return entries[place].point; }
+
+    /// The place of the point of that id, or kNone.
+    std::size_t Find(std::uint32_t id) {
+        if (next < entries.size() && entries[next].id == id) return next++;
+        if (entries.empty() || id < entries.front().id || id > entries.back().id) return kNone;
+        if (buckets.empty()) MakeBuckets();
+        const std::size_t bucket = (id - entries.front().id) >> shift;
+        const auto end = At(buckets[bucket + 1]);
+        const auto found =
+            std::lower_bound(At(buckets[bucket]), end, id, [](const Entry& e, std::uint32_t i) { return e.id < i; });
+        next = static_cast<std::size_t>(found - entries.begin());
+        return found == end || found->id != id ? kNone : next++;
+    }
+
+  private:
+    struct Entry {
+        std::uint32_t id;
+        ZoPoint* point;
+    };
+
+    std::vector<Entry>::const_iterator At(std::uint32_t place) const {
+        return entries.begin() + static_cast<std::ptrdiff_t>(place);
+    }
+
+    /// As many buckets as points, or up to twice as many: with ids that lie evenly, a bucket holds one or two.
+    void MakeBuckets() {
+        const std::uint32_t first = entries.front().id;
+        const std::uint32_t range = entries.back().id - first;
+        while (range >> shift >= 2 * entries.size())
+            ++shift;
+        buckets.reserve((range >> shift) + 2);
+        for (std::uint32_t i = 0; i < entries.size(); ++i) {
+            while (buckets.size() <= (entries[i].id - first) >> shift)
+                buckets.push_back(i);
+        }
+        buckets.push_back(static_cast<std::uint32_t>(entries.size()));
+    }
+
+    std::vector<Entry> entries;
+    std::vector<std::uint32_t> buckets;  // the place where each begins, and the end of the last
+    int shift = 0;
+    std::size_t next = 0;
+};
+
+/// Lookups in a helper, which may be few or many. The helper must not change meanwhile.
+class ControlLookup {
+  public:
+    explicit ControlLookup(const ZoSortHelper<ZoPoint>& of) : helper(of) {}
+
+    /// The control point of the id, or null.
+    ZoPoint* Find(unsigned int id) {
+        if (!table) {
+            if (++lookups <= kFew + helper.index.size() / kShareOfFew) return helper.Find(id);
+            table.emplace(helper);
+        }
+        const std::size_t place = table->Find(id);
+        return place == ControlTable::kNone ? nullptr : table->PointAt(place);
+    }
+
+  private:
+    // The table costs about as much as looking up this share of the points.
+    static constexpr std::size_t kShareOfFew = 16;
+    static constexpr std::size_t kFew = 16;
+
+    const ZoSortHelper<ZoPoint>& helper;
+    std::size_t lookups = 0;
+    std::optional<ControlTable> table;
 };
 
 }  // namespace zorv::detail

@@ -1,11 +1,15 @@
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <memory>
 #include <vector>
 
 #include "zorv/math/affine_map3d.h"
 #include "zorv/orientation/control_lookup.h"
 #include "zorv/orientation/similarity.h"
+
+using zorv::detail::ControlLookup;
+using zorv::detail::ControlTable;
 
 namespace {
 
@@ -34,13 +38,6 @@ void TakeControlCoordinates(ZoPoint& point, const ZoPoint& control) {
     if (control.IsXControlPoint()) point.x = control.x;
     if (control.IsYControlPoint()) point.y = control.y;
     if (control.IsZControlPoint()) point.z = control.z;
-}
-
-/// Appends copies of the control points whose ids are not among the sorted ones.
-void AddUnmatched(ZoPointList& result, const TZoListHeader<ZoPoint>& controls, const std::vector<unsigned int>& ids) {
-    for (const ZoPoint* control = controls.First(); control; control = control->NextConst()) {
-        if (!std::binary_search(ids.begin(), ids.end(), control->GetId())) result.Add(*control);
-    }
 }
 
 bool IsAscending(const ZoPointList& list) {
@@ -101,18 +98,20 @@ bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const 
     ClearResiduals();
     double worst = 0.0;
     ZoPointList made;
-    std::vector<unsigned int> matched;
-    matched.reserve(controls.index.size());
-    zorv::detail::ControlLookup lookup(controls);
+    ControlTable table(controls);
+    std::vector<bool> matched(table.Size());
+    int matchedCount = 0;
     for (const ZoPoint* point = source.First(); point; point = point->NextConst()) {
         ZoPoint* moved = made.Add(*point);
         m.PTrans3D(moved);
-        const ZoPoint* control = lookup.Find(moved->GetId());
+        const std::size_t place = table.Find(moved->GetId());
+        const ZoPoint* control = place == ControlTable::kNone ? nullptr : table.PointAt(place);
         SetResidual(*moved, control);
         moved->SetFlag(kHasResidual);
         if (control) {
             TakeControlCoordinates(*moved, *control);
-            matched.push_back(moved->GetId());
+            matchedCount += matched[place] ? 0 : 1;
+            matched[place] = true;
         }
         const double residual = ResidualSq(*moved);
         if (residual > worst) {
@@ -123,10 +122,12 @@ bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const 
     }
     FinishResiduals();
 
-    if (!std::is_sorted(matched.begin(), matched.end())) std::sort(matched.begin(), matched.end());
-    matched.erase(std::unique(matched.begin(), matched.end()), matched.end());
-    if (controls.list && matched.size() != static_cast<std::size_t>(controls.count))
-        AddUnmatched(made, *controls.list, matched);
+    if (controls.list && matchedCount != controls.count) {
+        for (const ZoPoint* control = controls.list->First(); control; control = control->NextConst()) {
+            const std::size_t place = table.Find(control->GetId());
+            if (place == ControlTable::kNone || !matched[place]) made.Add(*control);
+        }
+    }
 
     result.Destroy();
     result.SetNotify(false);
@@ -149,7 +150,7 @@ bool ZoTrafo3d::Transform(ZoPointList* accepted, ZoPointList* rejected, ZoPointL
     const double limit = maxResidual * maxResidual;
     ClearResiduals();
     double worst = 0.0;
-    zorv::detail::ControlLookup lookup(controls);
+    ControlLookup lookup(controls);
     const ZoPoint* last = source ? source->Last() : nullptr;
     for (bool more = last; more;) {
         // One of the output lists may be the source.
@@ -206,7 +207,7 @@ bool ZoTrafo3d::InPlaceTransform(ZoPointList* list) {
 void ZoTrafo3d::GetCommonIds(ZoIdTable& table, ZoPointList* a, ZoPointList* b) {
     table.Clear();
     const ZoSortHelper<ZoPoint> helper(a);
-    zorv::detail::ControlLookup lookup(helper);
+    ControlLookup lookup(helper);
     for (const ZoPoint* point = b ? b->First() : nullptr; point; point = point->NextConst()) {
         if (lookup.Find(point->GetId())) table.Add(point->GetId());
     }
