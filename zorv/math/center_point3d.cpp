@@ -1,33 +1,6 @@
 #include "zorv/math/center_point3d.h"
 
-#include <algorithm>
-#include <limits>
-
 #include "zorv/core/debug_output.h"
-
-namespace {
-
-std::int32_t Saturated(std::int64_t count) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(count, Limits::min(), Limits::max()));
-}
-
-}  // namespace
-
-void ZoCenterPoint3d::Add(double x, double y, double z, int n) {
-    const std::int64_t sum = std::int64_t{m_iCount} + n;
-    if (sum == 0) {
-        if (n != 0) Reset();
-        return;
-    }
-    const auto count = static_cast<double>(m_iCount);
-    const auto added = static_cast<double>(n);
-    const auto total = static_cast<double>(sum);
-    m_x = (count * m_x + added * x) / total;
-    m_y = (count * m_y + added * y) / total;
-    m_z = (count * m_z + added * z) / total;
-    m_iCount = Saturated(sum);
-}
 
 void ZoCenterPoint3d::Add(const ZoCenterPoint3d& other) {
     std::int64_t sum = std::int64_t{m_iCount} + other.m_iCount;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 
 #include "zorv/export.h"
 #include "zorv/math/point3d.h"
@@ -14,7 +16,20 @@ class ZORV_API ZoCenterPoint3d {
   public:
     /// Takes in n points at that place, or takes them out when n is negative. Nothing added to an empty mean leaves it
     /// alone; when no point is left the mean is reset.
-    void Add(double x, double y, double z, int n = 1);
+    void Add(double x, double y, double z, int n = 1) {
+        const std::int64_t sum = std::int64_t{m_iCount} + n;
+        if (sum == 0) {
+            if (n != 0) Reset();
+            return;
+        }
+        const auto count = static_cast<double>(m_iCount);
+        const auto added = static_cast<double>(n);
+        const auto total = static_cast<double>(sum);
+        m_x = (count * m_x + added * x) / total;
+        m_y = (count * m_y + added * y) / total;
+        m_z = (count * m_z + added * z) / total;
+        m_iCount = Saturated(sum);
+    }
     void Add(const ZoPoint3d& point, int n = 1) { Add(point.x(), point.y(), point.z(), n); }
     /// The common mean of both. Two empty ones give the mean (0, 0, 0) with count 1.
     void Add(const ZoCenterPoint3d& other);
@@ -34,4 +49,10 @@ class ZORV_API ZoCenterPoint3d {
     double m_y = 0.0;
     double m_z = 0.0;
     std::int32_t m_iCount = 0;  ///< number of points that the mean stands for
+
+  private:
+    static std::int32_t Saturated(std::int64_t count) {
+        using Limits = std::numeric_limits<std::int32_t>;
+        return static_cast<std::int32_t>(std::clamp<std::int64_t>(count, Limits::min(), Limits::max()));
+    }
 };

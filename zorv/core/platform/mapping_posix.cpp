@@ -33,6 +33,20 @@ int OpenForMapping(const std::wstring& file, MapFile mode, SystemHandle& handle)
     return 0;
 }
 
+int OpenForReading(const std::wstring& file, SystemHandle& handle) {
+    // A pipe would keep the caller waiting for its writer.
+    const int opened = ::open(NativePath(file).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (opened < 0) return errno;
+    struct stat status {};
+    if (::fstat(opened, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(opened);
+        return EINVAL;
+    }
+    ::posix_fadvise(opened, 0, 0, POSIX_FADV_SEQUENTIAL);
+    handle = opened;
+    return 0;
+}
+
 int GetFileSize(SystemHandle handle, std::uint64_t& size) {
     struct stat status {};
     if (::fstat(Descriptor(handle), &status) != 0) return errno;
@@ -46,6 +60,7 @@ int ReserveFileSize(SystemHandle handle, std::uint64_t size) {
 }
 
 int MakeMapping(SystemHandle file, SystemHandle& mapping) {
+    if (MappingRefusal::Refuses(MappingRefusal::kMapping)) return ENOMEM;
     const int copy = ::fcntl(Descriptor(file), F_DUPFD_CLOEXEC, 0);
     if (copy < 0) return errno;
     mapping = copy;
@@ -53,7 +68,7 @@ int MakeMapping(SystemHandle file, SystemHandle& mapping) {
 }
 
 int MakeView(SystemHandle mapping, std::uint64_t size, bool readOnly, void*& view) {
-    if (!Fits<std::size_t>(size)) return ENOMEM;
+    if (!Fits<std::size_t>(size) || MappingRefusal::Refuses(MappingRefusal::kView)) return ENOMEM;
     const int access = readOnly ? PROT_READ : PROT_READ | PROT_WRITE;
     void* const mapped = ::mmap(nullptr, static_cast<std::size_t>(size), access, MAP_SHARED, Descriptor(mapping), 0);
     if (mapped == MAP_FAILED) return errno;
