@@ -217,7 +217,7 @@ TEST(Similarity, NewOnesHaveNoRotationAndMovingCopies) {
     trafo.rotation.RotZAxis(std::acos(0.0));
     trafo.sourceOrigin = ZoVector(1.0, 2.0, 3.0);
     const ZoTrafo3d moved(std::move(trafo));
-    for (const ZoTrafo3d* each : {&trafo, &moved})
+    for (const ZoTrafo3d* each : {&std::as_const(trafo), &moved})
         EXPECT_LT((each->GetAsMatrix() * ZoVector(4.0, 2.5, 3.0, 1.0) - ZoVector(-0.5, 3.0, 0.0, 1.0)).Abs(), 1e-14);
     EXPECT_EQ(ZoTrafo3d::CalcScale(ZoVector(1.0, 1.0, 1.0), ZoVector(1.0, 4.0, 5.0), 10.0), 2.0);
     EXPECT_EQ(ZoTrafo3d::CalcScale(ZoVector(1.0, 1.0, 1.0), ZoVector(1.0, 1.0, 1.0), 10.0), 1e-10);
