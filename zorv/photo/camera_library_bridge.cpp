@@ -24,6 +24,13 @@ std::unique_ptr<ZoCamPair> MakePair(const Camera& library, const PhotoGeometry* 
     return photo ? std::make_unique<ZoCamPair>(library, photo->digiToBiko) : std::make_unique<ZoCamPair>(library);
 }
 
+/// Whether the axes of pixels and image coordinates are so far apart that the model, which knows no rotation, cannot
+/// hold them.
+bool IsTurned(const ZoMatrix& digiToBiko) {
+    const ZoMatrix& m = digiToBiko;
+    return !(std::fabs(m[1][1]) > std::fabs(m[1][2]) && std::fabs(m[2][2]) > std::fabs(m[2][1]));
+}
+
 bool IsPositive(double value) {
     return value > 0.0 && std::isfinite(value);
 }
@@ -57,7 +64,7 @@ std::wstring NameOfModel(std::uint32_t model) {
 
 bool CreateLibraryCameraFromClassic(ZoCamera& camera, const PhotoGeometry* photo) {
     const bool isInstrument = camera.IsTs15();
-    if (!photo || !(camera.IsOldZorv() || isInstrument)) return false;
+    if (!photo || !(camera.IsOldZorv() || isInstrument) || IsTurned(photo->digiToBiko)) return false;
     const double s = photo->pixelsPerMm;
 
     Camera library(isInstrument ? Camera::eCamModelZorvViva : Camera::eCamModelZorv, s * camera.c,

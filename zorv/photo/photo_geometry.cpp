@@ -1,10 +1,22 @@
 #include "zorv/photo/photo_geometry.h"
 
+#include "zorv/photo/photo.h"
+
 namespace zorv::detail {
 
-// A photo is a name only so far: a host has none to hand over but null.
-std::optional<PhotoGeometry> GeometryOf(ZoPhoto*) {
-    return std::nullopt;
+std::optional<PhotoGeometry> GeometryOf(ZoPhoto* photo) {
+    if (!photo) return std::nullopt;
+    PhotoGeometry geometry;
+    geometry.width = photo->digiRegion.Width();
+    geometry.height = photo->digiRegion.Height();
+    geometry.pixelsPerMm = photo->GetPhotoPixelScale();
+    geometry.digiToBiko = photo->GetReseauTrafoMat();
+    geometry.flippedDigiToBiko = [photo](double* x, double* y) {
+        photo->SetBikoTransform(eDigiToBiko, true);
+        double z = 0.0;
+        photo->GetBikoTransform().Transform(x, y, &z);
+    };
+    return geometry;
 }
 
 }  // namespace zorv::detail

@@ -3,6 +3,7 @@
 #include <ostream>
 #include <string_view>
 
+#include "zorv/core/block_keywords.h"
 #include "zorv/core/path_tools.h"
 #include "zorv/core/reader.h"
 #include "zorv/core/record_text.h"
@@ -13,6 +14,7 @@
 namespace {
 
 using zorv::detail::FieldWidth;
+using zorv::detail::ReadInBraces;
 
 constexpr int kTextWidth = 14;
 constexpr int kSizePrecision = 6;
@@ -37,17 +39,6 @@ const TZoFormatTable<eZoPointRWMask>& MarkColumns() {
     static const eZoPointRWMask kinds[] = {eZoRWId, eZoRWX, eZoRWY, eZoRWCodeNumber, eZoRWEnd};
     static const TZoFormatTable<eZoPointRWMask> table(kinds);
     return table;
-}
-
-/// Reads `{ ... }` and moves behind it.
-template <class ReadContent>
-void ReadInBraces(ZoReaderObject* object, ReadContent read) {
-    ZoParser& parser = object->GetReader()->GetParser();
-    parser.GetToken(eZoTokenBlockBegin);
-    object->ParseForToken();
-    read();
-    parser.GetToken(eZoTokenBlockEnd);
-    object->ParseForToken();
 }
 
 }  // namespace

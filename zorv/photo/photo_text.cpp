@@ -1,0 +1,177 @@
+// The text form of a photo: one block of keywords.
+
+#include <ostream>
+
+#include "zorv/core/block_keywords.h"
+#include "zorv/core/number_format.h"
+#include "zorv/core/record_text.h"
+#include "zorv/core/string_tools.h"
+#include "zorv/core/text_writer.h"
+#include "zorv/photo/photo.h"
+
+namespace {
+
+using zorv::detail::BlockKeywords;
+
+/// Page and rotation of the image file as the fields 2 and 3 of a text in an older spelling; the page counted from 0.
+void TakeUserData(const std::string& text, std::int32_t& page, std::int32_t& turn) {
+    constexpr int kOldThreeQuarters = 3;
+    const std::vector<std::string> fields = StringSplit(text, ";");
+    if (fields.size() < 3) return;
+    page = zorv::detail::ParseInt(fields[1]) + 1;
+    turn = zorv::detail::ParseInt(fields[2]);
+    if (turn == kOldThreeQuarters) turn = 0;
+}
+
+/// Takes what a block holds when it has the shape of the target.
+void ReadMatrix(ZoReaderObject* object, ZoMatrix& target) {
+    ZoMatrix m(target);
+    m.Read(object);
+    if (m.rows == target.rows && m.cols == target.cols) target = m;
+}
+
+void ReadVector(ZoReaderObject* object, ZoVector& target) {
+    ZoVector v(target);
+    v.Read(object);
+    if (v.GetSize() == target.GetSize()) target = v;
+}
+
+/// Writes the keywords of a block.
+class BlockWriter {
+  public:
+    explicit BlockWriter(std::ostream& target) : stream(target) {}
+
+    void Value(const char* keyword, const std::wstring& text) {
+        zorv::detail::RecordText quoted;
+        Keyword(keyword) << ' ';
+        quoted.Quoted(text).WriteTo(stream);
+        stream << Zoendl;
+    }
+    void Value(const char* keyword, double number) {
+        zorv::detail::RecordText text;
+        Keyword(keyword) << ' ';
+        text.Number(number, zorv::detail::kExactDigits).WriteTo(stream);
+        stream << Zoendl;
+    }
+    void Value(const char* keyword, std::int32_t number) { Keyword(keyword) << w4 << number << Zoendl; }
+    void Value(const char* keyword, std::uint32_t number) { Keyword(keyword) << w4 << number << Zoendl; }
+    void Value(const char* keyword, bool on) { Value(keyword, on ? 1 : 0); }
+    template <class Write>
+    void Block(const char* keyword, Write write) {
+        Keyword(keyword) << w4 << ZoBeginBlockNL;
+        write(stream);
+        stream << ZoEndBlockNL << Zoendl;
+    }
+    template <class T>
+    void Record(const char* keyword, const T& record) {
+        Block(keyword, [&record](std::ostream& out) { record.Write(out); });
+    }
+
+  private:
+    std::ostream& Keyword(const char* keyword) { return stream << s12 << keyword; }
+
+    std::ostream& stream;
+};
+
+}  // namespace
+
+int ZoPhoto::Read(ZoReaderObject* object) {
+    static const eZoPointRWMask kRegionColumns[] = {eZoRWId, eZoRWX, eZoRWY, eZoRWDx, eZoRWDy, eZoRWEnd};
+    bool checkActive = false;
+    std::string userData;
+    rotAOR.SetIdent();
+    regionOfInterest.SetMask(kRegionColumns);
+
+    BlockKeywords keywords(object);
+    keywords.Call("PHOTOID", [this](ZoReaderObject* value) { ZoObject::Read(value); })
+        .Value("COMMENT", &comment)
+        .Call("USERDATA",
+              [this](ZoReaderObject* value) {
+                  TakeUserData(value->GetReader()->GetParser().GetTokenString(), digPictPage, digPictRot);
+              })
+        .Value("DIGITALPAGE", &digPictPage)
+        .Value("DIGITALROT", &digPictRot)
+        .Call("TYPE",
+              [this](ZoReaderObject* value) {
+                  ZoParser& parser = value->GetReader()->GetParser();
+                  photoType = static_cast<eZoPhototype>(parser.GetTokenInt());
+                  value->ParseForToken();
+                  digitizerId = static_cast<std::uint32_t>(parser.GetTokenInt());
+              })
+        .Enumerator("DIGITAL", photoType)
+        .Value("DIGITIZERID", &digitizerId)
+        .Value("CHECKACTIVE", &checkActive)
+        .Value("STATE", &activeFlag)
+        .Value("ROTATION", &rotation)
+        .Value("SCALE", &scale)
+        .Value("ORIENTED", &hasAOR)
+        .Record("DIGIREGION", digiRegion)
+        .Call("AORM", [this](ZoReaderObject* value) { ReadMatrix(value, rotAOR); })
+        .Call("AORV", [this](ZoReaderObject* value) { ReadVector(value, posAOR); })
+        .Value("TPS_SETUP_ID", &tpsSetupId)
+        .Record("CAMERA", camera)
+        .Call("CAMDATA", [this](ZoReaderObject* value) { camera.ReadFullData(value); })
+        .Call("PRERESEAU", [this](ZoReaderObject* value) { preTrafo.ReadV50(value); })
+        .Call("MAINRESEAU", [this](ZoReaderObject* value) { mainTrafo.ReadV50(value); })
+        .Call("POLYRESINV", [this](ZoReaderObject* value) { polyInvTrafo.ReadV50(value); })
+        .Value("RESEAUFILE", &reseauData.name)
+        .Value("RESEAUSUBID", &reseauData.id)
+        .Record("PRERESTRAFO", preTrafo)
+        .Record("MAINRESTRAFO", mainTrafo)
+        .Record("POLYRESINVTRAFO", polyInvTrafo)
+        .Call("ELSPTRAFO", [this](ZoReaderObject* value) { elspList.AddTrafoV50(value); })
+        .Call("ELSPPLANE", [this](ZoReaderObject* value) { elspList.AddTrafo(value); })
+        .Value("LASTELSPID", &lastElspId)
+        .Record("SCREENPOS", screenPos)
+        .Value("SCREENSIZE", &screenScale)
+        .Value("SCREENFLAGS", &screenFlags)
+        .Record("REGOI", regionOfInterest);
+    keywords.Process();
+
+    if (checkActive) SetFlag(kCheckActive);
+    if (!preTrafo.GetName().empty()) {
+        // The older form keeps the reseau's name there, and the label of an analogue photo as the photo's name.
+        reseauData.name = preTrafo.GetName();
+        if (IsAnalog()) {
+            comment = name;
+            name.clear();
+        }
+    }
+    pixelHeight = 0;
+    fieldOfView.valid = false;
+    if (camera.rmax == 0.0) camera.rmax = GetMaxBikoRadius();
+    return 1;
+}
+
+std::ostream& ZoPhoto::Write(std::ostream& stream) const {
+    BlockWriter out(stream);
+    out.Block("PHOTOID", [this](std::ostream& block) { ZoObject::Write(block); });
+    out.Value("COMMENT", comment);
+    out.Value("DIGITALPAGE", digPictPage);
+    out.Value("DIGITALROT", digPictRot);
+    out.Value("DIGITAL", static_cast<std::int32_t>(photoType));
+    out.Value("DIGITIZERID", digitizerId);
+    out.Value("CHECKACTIVE", IsFlagSet(kCheckActive) != 0);
+    out.Value("STATE", activeFlag);
+    out.Value("ROTATION", rotation);
+    out.Value("SCALE", scale);
+    out.Value("ORIENTED", hasAOR);
+    out.Record("DIGIREGION", digiRegion);
+    out.Record("AORM", rotAOR);
+    out.Record("AORV", posAOR);
+    out.Value("TPS_SETUP_ID", tpsSetupId);
+    out.Block("CAMDATA", [this](std::ostream& block) { camera.WriteFullData(block, true); });
+    out.Value("RESEAUFILE", reseauData.name);
+    out.Value("RESEAUSUBID", reseauData.id);
+    out.Record("PRERESTRAFO", preTrafo);
+    out.Record("MAINRESTRAFO", mainTrafo);
+    out.Record("POLYRESINVTRAFO", polyInvTrafo);
+    for (const ZoElspTrafo* each = elspList.First(); each; each = each->NextConst())
+        out.Record("ELSPPLANE", *each);
+    out.Value("LASTELSPID", lastElspId);
+    out.Record("SCREENPOS", screenPos);
+    out.Value("SCREENSIZE", screenScale);
+    out.Value("SCREENFLAGS", screenFlags);
+    if (regionOfInterest.First()) out.Record("REGOI", regionOfInterest);
+    return stream;
+}
