@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "zorv/core/partner_finder.h"
 #include "zorv/math/matrix.h"
+#include "zorv/orientation/partner_finder.h"
 #include "zorv/orientation/polynomial_terms.h"
 
 namespace {
@@ -67,7 +67,7 @@ struct Polynomial {
 /// Gives `take` the observations of each point that has a partner, in the order of the list.
 template <class Model, class Take>
 void ForEachPair(const ZoPointList& list, ZoPointList* targets, Take take) {
-    zorv::detail::PartnerFinder<ZoPoint> partners(targets);
+    zorv::detail::PartnerFinder partners(targets);
     for (const ZoPoint* point = list.First(); point; point = point->NextConst()) {
         const ZoPoint* partner = partners.Find(point->GetId());
         if (partner) take(Model::Observe(point->x, point->y, partner->x, partner->y));

@@ -2,8 +2,8 @@
 #include <cmath>
 #include <iterator>
 
-#include "zorv/core/partner_finder.h"
 #include "zorv/math/region.h"
+#include "zorv/orientation/partner_finder.h"
 #include "zorv/orientation/planar_fit.h"
 
 namespace {
@@ -26,7 +26,7 @@ struct ResidualSums {
 /// Sets the residuals of all points to 0 and gives `take` each point that has a partner, with its residuals.
 template <class Take>
 ResidualSums WalkResiduals(const ZoTrafo2d& trafo, const ZoPointList& list, ZoPointList* targets, Take take) {
-    zorv::detail::PartnerFinder<ZoPoint> partners(targets);
+    zorv::detail::PartnerFinder partners(targets);
     ResidualSums sums;
     for (ZoPoint* point = list.First(); point; point = point->Next()) {
         point->residualX = 0.0;

@@ -1,4 +1,4 @@
-#include "zorv/core/partner_finder.h"
+#include "zorv/orientation/partner_finder.h"
 
 #include <algorithm>
 #include <random>
@@ -6,13 +6,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-class Record : public TZoListnode<Record> {
-  public:
-    using TZoListnode<Record>::TZoListnode;
-};
-
-using RecordList = TZoListHeader<Record>;
 
 /// Ids from 0 to `largest`, some of them several times; in order up to the place `sorted`.
 std::vector<unsigned int> Ids(std::mt19937& random, unsigned int largest, std::size_t count, std::size_t sorted) {
@@ -25,16 +18,15 @@ std::vector<unsigned int> Ids(std::mt19937& random, unsigned int largest, std::s
 
 TEST(PartnerFinder, AnswersAsASearchOfTheListDoes) {
     std::mt19937 random(3);
-    for (int round = 0; round < 400; ++round) {
-        const std::size_t count = round % 20;
-        RecordList list;
-        for (const unsigned int id : Ids(random, 25, count, round % 3 == 0 ? random() % 20 : 20))
-            list.Add(Record(id));
-        zorv::detail::PartnerFinder<Record> finder(&list);
-        for (const unsigned int id : Ids(random, 27, 30, round % 2 == 0 ? random() % 30 : 30))
+    for (int round = 0; round < 600; ++round) {
+        ZoPointList list;
+        for (const unsigned int id : Ids(random, 25, round % 20, round % 3 == 0 ? random() % 20 : 20))
+            list.Add(ZoPoint(id, 0, 0, 0, 0));
+        zorv::detail::PartnerFinder finder(&list);
+        for (const unsigned int id : Ids(random, 27, 100, round % 2 == 0 ? random() % 100 : 100))
             ASSERT_EQ(finder.Find(id), list.Find(id)) << round << " " << id;
     }
-    EXPECT_EQ(zorv::detail::PartnerFinder<Record>(nullptr).Find(0), nullptr);
+    EXPECT_EQ(zorv::detail::PartnerFinder(nullptr).Find(0), nullptr);
 }
 
 }  // namespace
