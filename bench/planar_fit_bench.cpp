@@ -1,6 +1,6 @@
 // Planar transformations fitted to a million point pairs. The floors: the sums of a Helmert fit over bare arrays, and
-// what it costs to come by the coordinates, with the two lists walked side by side or the partners looked up in a
-// ZoSortHelper.
+// what it costs to come by the coordinates: with the two lists walked side by side, with partners that are known but
+// lie all over the memory, and with partners looked up in a ZoSortHelper.
 
 #include <algorithm>
 #include <cmath>
@@ -39,12 +39,16 @@ struct Survey {
             ids[i] = i + 1;
         std::shuffle(ids.begin(), ids.end(), random);
         const std::vector<BarePair>& pairs = bare;
-        for (const unsigned int id : ids)
+        const ZoSortHelper<ZoPoint> helper(&target);
+        for (const unsigned int id : ids) {
             shuffled.Add(ZoPoint(id, pairs[id - 1].x, pairs[id - 1].y, 0.0, 0));
+            partners.push_back(helper.Find(id));
+        }
     }
     ZoPointList source;
     ZoPointList target;
-    ZoPointList shuffled;  ///< the source points in any order of ids
+    ZoPointList shuffled;                  ///< the source points in any order of ids
+    std::vector<const ZoPoint*> partners;  ///< of those
     std::vector<BarePair> bare;
 };
 
@@ -103,6 +107,15 @@ void WalkBothLists(benchmark::State& state) {
     });
 }
 BENCHMARK(WalkBothLists)->Unit(benchmark::kMillisecond);
+
+void WalkShuffledWithKnownPartners(benchmark::State& state) {
+    Time(state, [](Survey& survey, HelmertSums& sums) {
+        auto to = survey.partners.begin();
+        for (const ZoPoint* from = survey.shuffled.First(); from; from = from->NextConst(), ++to)
+            sums.Add(from->x, from->y, (*to)->x, (*to)->y);
+    });
+}
+BENCHMARK(WalkShuffledWithKnownPartners)->Unit(benchmark::kMillisecond);
 
 void MakeSortHelper(benchmark::State& state) {
     Time(state, [](Survey& survey, HelmertSums& sums) {
