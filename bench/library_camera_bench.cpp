@@ -241,11 +241,13 @@ void Plain(benchmark::State& state, const Points& from, const Points& expected, 
 }
 
 void PlainFieldOfViewToPlane(benchmark::State& state) {
-    const double omega = kFieldOfView.distortion[0], t = std::tan(omega / 2);
-    Plain(state, Pixels(), PlanePoints(MakeCamera(kFieldOfView)), [=](Points& points) {
+    const Camera camera = MakeCamera(kFieldOfView);
+    const double* p = camera.params.data();
+    const double fx = p[0], fy = p[1], cx = p[2], cy = p[3], omega = p[4], t = std::tan(omega / 2);
+    Plain(state, Pixels(), PlanePoints(camera), [=](Points& points) {
         for (auto& [u, v] : points) {
-            u = (u - kWidth / 2) / kFocal;
-            v = (v - kHeight / 2) / kFocal;
+            u = (u - cx) / fx;
+            v = (v - cy) / fy;
             const double r = std::sqrt(u * u + v * v), s = r > 0 ? std::tan(r * omega) / (2 * r * t) : 1.0;
             u *= s;
             v *= s;
@@ -254,12 +256,14 @@ void PlainFieldOfViewToPlane(benchmark::State& state) {
 }
 
 void PlainFieldOfViewToPixel(benchmark::State& state) {
-    const double omega = kFieldOfView.distortion[0], t = std::tan(omega / 2);
-    Plain(state, PlanePoints(MakeCamera(kFieldOfView)), Pixels(), [=](Points& points) {
+    const Camera camera = MakeCamera(kFieldOfView);
+    const double* p = camera.params.data();
+    const double fx = p[0], fy = p[1], cx = p[2], cy = p[3], omega = p[4], t = std::tan(omega / 2);
+    Plain(state, PlanePoints(camera), Pixels(), [=](Points& points) {
         for (auto& [x, y] : points) {
             const double r = std::sqrt(x * x + y * y), s = r > 0 ? std::atan(2 * r * t) / (r * omega) : 1.0;
-            x = kFocal * x * s + kWidth / 2;
-            y = kFocal * y * s + kHeight / 2;
+            x = fx * x * s + cx;
+            y = fy * y * s + cy;
         }
     });
 }
@@ -297,34 +301,41 @@ void PlainThinPrismToPixel(benchmark::State& state) {
     });
 }
 
-void PlainClassicDistort(double x, double y, double* d) {
-    const double r2 = x * x + y * y;
-    const double dr = 3e-7 * (r2 * r2 - 9.0 * 9.0 * 9.0 * 9.0) - 2e-4 * (r2 - 9.0 * 9.0);
-    d[0] = dr * x;
-    d[1] = dr * y;
-}
+struct PlainClassic {
+    explicit PlainClassic(const double* p)
+        : f(p[0]), x0(p[1]), y0(p[2]), xh(p[3]), yh(p[4]), mm(p[5]), a1(p[9]), a2(p[10]), r0(p[11]) {}
+    void operator()(double x, double y, double* d) const {
+        const double r2 = x * x + y * y;
+        const double dr = a2 * (r2 * r2 - r0 * r0 * r0 * r0) + a1 * (r2 - r0 * r0);
+        d[0] = dr * x;
+        d[1] = dr * y;
+    }
+    double f, x0, y0, xh, yh, mm, a1, a2, r0;
+};
 
 void PlainClassicToPlane(benchmark::State& state) {
-    const double mm = 0.00625;
-    Plain(state, Pixels(), PlanePoints(MakeClassic()), [=](Points& points) {
+    const Camera camera = MakeClassic();
+    const PlainClassic plain(camera.params.data());
+    Plain(state, Pixels(), PlanePoints(camera), [plain](Points& points) {
         for (auto& [u, v] : points) {
-            double x = (u - 2000) * mm - 0.02, y = (1500 - v) * mm + 0.03;
-            PlainNewton(x, y, PlainClassicDistort);
-            u = x / mm / kFocal;
-            v = -y / mm / kFocal;
+            double x = (u - plain.x0) * plain.mm - plain.xh, y = (plain.y0 - v) * plain.mm - plain.yh;
+            PlainNewton(x, y, plain);
+            u = x / plain.mm / plain.f;
+            v = -y / plain.mm / plain.f;
         }
     });
 }
 
 void PlainClassicToPixel(benchmark::State& state) {
-    const double mm = 0.00625;
-    Plain(state, PlanePoints(MakeClassic()), Pixels(), [=](Points& points) {
+    const Camera camera = MakeClassic();
+    const PlainClassic plain(camera.params.data());
+    Plain(state, PlanePoints(camera), Pixels(), [plain](Points& points) {
         for (auto& [x, y] : points) {
-            const double mmX = kFocal * x * mm, mmY = -kFocal * y * mm;
+            const double mmX = plain.f * x * plain.mm, mmY = -plain.f * y * plain.mm;
             double d[2];
-            PlainClassicDistort(mmX, mmY, d);
-            x = (mmX + d[0] + 0.02) / mm + 2000;
-            y = 1500 - (mmY + d[1] - 0.03) / mm;
+            plain(mmX, mmY, d);
+            x = (mmX + d[0] + plain.xh) / plain.mm + plain.x0;
+            y = plain.y0 - (mmY + d[1] + plain.yh) / plain.mm;
         }
     });
 }
