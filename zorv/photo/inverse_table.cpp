@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #ifdef _OPENMP
 #include <omp.h>
@@ -14,12 +15,6 @@ namespace {
 
 constexpr double kClassicReach = 30.0;    // mm
 constexpr double kInstrumentReach = 8.0;  // mm
-
-/// The tables of the process; freed at its end.
-std::vector<std::unique_ptr<ZoInvAdjustTable>>& Tables() {
-    static std::vector<std::unique_ptr<ZoInvAdjustTable>> tables;
-    return tables;
-}
 
 double ReachOf(const ZoCamera& camera) {
     if (camera.rmax != 0.0) return std::fabs(camera.rmax);
@@ -36,28 +31,72 @@ int Processors() {
 }
 
 /// -1 when the value is below the interval, 1 when it is above. Not-a-number is on no side.
-int SideOf(double value, double low, double high) {
-    if (low > value) return -1;
-    return value > high ? 1 : 0;
+template <class Interval>
+int SideOf(double value, const Interval& interval) {
+    if (interval.low > value) return -1;
+    return value > interval.high ? 1 : 0;
 }
+
+/// The part of `all` on a side of `own`, or with 0 within it.
+template <int side, class Interval>
+Interval Part(Interval all, Interval own) {
+    if (side >= 0) all.low = std::max(all.low, side > 0 ? own.high : own.low);
+    if (side <= 0) all.high = std::min(all.high, side < 0 ? own.low : own.high);
+    return all;
+}
+
+template <class Interval>
+bool IsSome(Interval interval) {
+    return interval.low < interval.high;
+}
+
+/// Where the value lies between the ends of the interval, from 0 to 1 inside.
+template <class Interval>
+double PlaceIn(const Interval& interval, double value) {
+    return (value - interval.low) / (interval.high - interval.low);
+}
+
+// The core of a cell is told by the strips around it, in 1/128 of the cell: with seven bits a byte, four comparisons
+// make one subtraction.
+constexpr int kCoreParts = 128;
+constexpr std::uint32_t kNoCore = 0x7f7f7f7f;
+constexpr std::uint32_t kHighBits = 0x80808080;
+
+/// The strip in whole parts, more than it is rather than less. `scale` is parts per mm.
+std::uint32_t Strip(double width, double scale) {
+    constexpr double kRounding = 1e-6;
+    if (width == 0.0) return 0;
+    const double parts = width * scale + kRounding;
+    return parts < kCoreParts - 1 ? static_cast<std::uint32_t>(parts) + 1 : kCoreParts - 1;
+}
+
+std::uint32_t FourBytes(std::uint32_t b0, std::uint32_t b1, std::uint32_t b2, std::uint32_t b3) {
+    return b0 | b1 << 8 | b2 << 16 | b3 << 24;
+}
+
+/// The tables of the process, freed at its end.
+std::vector<std::unique_ptr<ZoInvAdjustTable>> tables;
 
 }  // namespace
 
 const ZoInvAdjustTable* ZoInvAdjustTable::For(const ZoCamera& camera) {
-    for (const auto& table : Tables()) {
+    for (const auto& table : tables) {
         if (table->cameraId == camera.id && table->c == camera.c) return table.get();
     }
     const double reach = ReachOf(camera);
     if (std::isnan(camera.c) || !std::isfinite(reach)) return nullptr;
-    return Tables().emplace_back(std::make_unique<ZoInvAdjustTable>(camera, reach)).get();
+    return tables.emplace_back(std::make_unique<ZoInvAdjustTable>(camera, reach)).get();
 }
 
 void ZoInvAdjustTable::DeleteAll() {
-    std::vector<std::unique_ptr<ZoInvAdjustTable>>().swap(Tables());
+    std::vector<std::unique_ptr<ZoInvAdjustTable>>().swap(tables);
 }
 
 ZoInvAdjustTable::ZoInvAdjustTable(const ZoCamera& camera, double reach)
-    : cameraId(camera.id), c(camera.c), halfSide(reach) {
+    : cameraId(camera.id),
+      c(camera.c),
+      halfSide(reach),
+      distortion(camera.IsOldZorv() || camera.IsTs15() ? camera : ZoCamera()) {
     constexpr double kMiddle = kLastCell / 2;
     ZoMatrix scale(3, 3);
     ZoMatrix shift(3, 3);
@@ -69,93 +108,135 @@ ZoInvAdjustTable::ZoInvAdjustTable(const ZoCamera& camera, double reach)
     shift[1][3] = -kMiddle;
     shift[2][3] = -kMiddle;
     gridToImage = scale * shift;
+    origin = gridToImage[1][3];
     if (reach == 0.0) return;
-    FillNodes(camera);
-    FillBins();
+    FillNodes();
+    FillCores();
+    FillSquares();
 }
 
-void ZoInvAdjustTable::FillNodes(const ZoCamera& camera) {
+/// What the grid holds.
+inline ZoInvAdjustTable::Node ZoInvAdjustTable::NodeAt(int i, int j) const {
+    // The same as gridToImage.PTrans2D, whose other elements are 0 and 1.
+    Node node{step * i + origin, step * j + origin};
+    distortion.Adjust(node.x, node.y);
+    return node;
+}
+
+void ZoInvAdjustTable::FillNodes() {
     nodes = std::make_unique_for_overwrite<Node[]>(static_cast<std::size_t>(kNodes) * kNodes);
-    const bool hasFormula = camera.IsOldZorv() || camera.IsTs15();
-    const zorv::detail::ClassicDistortion distortion(camera);
 #pragma omp parallel for schedule(static) num_threads(Processors())
     for (int i = 0; i < kNodes; ++i) {
-        Node* row = nodes.get() + static_cast<std::size_t>(i) * kNodes;
-        for (int j = 0; j < kNodes; ++j) {
-            Node node{static_cast<double>(i), static_cast<double>(j)};
-            gridToImage.PTrans2D(&node.x, &node.y);
-            if (hasFormula) distortion.Adjust(node.x, node.y);
-            row[j] = node;
+        for (int j = 0; j < kNodes; ++j)
+            nodes[Index({i, j})] = NodeAt(i, j);
+    }
+}
+
+void ZoInvAdjustTable::FillCores() {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    cores.assign(static_cast<std::size_t>(kNodes) * kNodes, kNoCore);
+#pragma omp parallel num_threads(Processors())
+#pragma omp single
+    Follow<false, false>(Bounds(), {-kInfinity, kInfinity}, {-kInfinity, kInfinity});
+}
+
+// A stage of the bisection: the points within x and y come here with every decision right. It settles at its middle
+// cell for some of them and goes on for the others. Each cell is the middle of at most one stage, so that no two
+// threads meet.
+template <bool settledX, bool settledY>
+void ZoInvAdjustTable::Follow(Bounds bounds, Interval x, Interval y) {
+    const Cell middle = bounds.Middle();
+    const Interval extentX = ExtentX(middle);
+    const Interval extentY = ExtentY(middle);
+    const Interval withinX = Part<0>(x, extentX);
+    const Interval withinY = Part<0>(y, extentY);
+    if (IsSome(withinX) && IsSome(withinY)) {
+        const double scaleX = kCoreParts / (extentX.high - extentX.low);
+        const double scaleY = kCoreParts / (extentY.high - extentY.low);
+        cores[Index(middle)] =
+            FourBytes(Strip(withinX.low - extentX.low, scaleX), Strip(extentX.high - withinX.high, scaleX),
+                      Strip(withinY.low - extentY.low, scaleY), Strip(extentY.high - withinY.high, scaleY));
+    }
+    if constexpr (!settledX) {
+        FollowOn<-1, 0>(bounds, middle, Part<-1>(x, extentX), withinY);
+        FollowOn<1, 0>(bounds, middle, Part<1>(x, extentX), withinY);
+    }
+    if constexpr (!settledY) {
+        FollowOn<0, -1>(bounds, middle, withinX, Part<-1>(y, extentY));
+        FollowOn<0, 1>(bounds, middle, withinX, Part<1>(y, extentY));
+    }
+    if constexpr (!settledX && !settledY) {
+        FollowOn<-1, -1>(bounds, middle, Part<-1>(x, extentX), Part<-1>(y, extentY));
+        FollowOn<-1, 1>(bounds, middle, Part<-1>(x, extentX), Part<1>(y, extentY));
+        FollowOn<1, -1>(bounds, middle, Part<1>(x, extentX), Part<-1>(y, extentY));
+        FollowOn<1, 1>(bounds, middle, Part<1>(x, extentX), Part<1>(y, extentY));
+    }
+}
+
+template <int sideX, int sideY>
+void ZoInvAdjustTable::FollowOn(Bounds bounds, Cell middle, Interval x, Interval y) {
+    constexpr int kTaskSize = 90;  // cells to a side
+    bounds.Narrow(middle, sideX, sideY);
+    if (!bounds.AreOpen() || !IsSome(x) || !IsSome(y)) return;
+    if (sideX != 0 && sideY != 0 && bounds.hiI - bounds.loI > kTaskSize && bounds.hiJ - bounds.loJ > kTaskSize) {
+#pragma omp task
+        Follow<sideX == 0, sideY == 0>(bounds, x, y);
+    } else {
+        Follow<sideX == 0, sideY == 0>(bounds, x, y);
+    }
+}
+
+void ZoInvAdjustTable::FillSquares() {
+    constexpr int kCorners = kCoarse + 1;
+    coarseScale = kCoarse / (2.0 * halfSide);
+    if (!std::isfinite(coarseScale)) coarseScale = 0.0;  // all points are in the first square
+    squares = std::make_unique<Square[]>(static_cast<std::size_t>(kCorners) * kCorners);
+#pragma omp parallel for schedule(static) num_threads(Processors())
+    for (int column = 0; column < kCorners; ++column) {
+        for (int row = 0; row < kCorners; ++row) {
+            const double x = column / coarseScale - halfSide;
+            const double y = row / coarseScale - halfSide;
+            const Bounds bounds = BoundsOfSquare(column, row);
+            const Cell cell = Walk(Bisect(bounds, x, y), x, y);
+            squares[static_cast<std::size_t>(column * kCorners + row)] = {
+                static_cast<float>(cell.i - 1 + PlaceIn(ExtentX(cell), x)),
+                static_cast<float>(cell.j - 1 + PlaceIn(ExtentY(cell), y)), bounds};
         }
     }
 }
 
-void ZoInvAdjustTable::FillBins() {
-    constexpr int kParts = 8;  // to a side
-    constexpr int kSize = kBins / kParts;
-    binScale = kBins / (2.0 * halfSide);
-    if (!std::isfinite(binScale)) binScale = 0.0;  // one bin serves all
-    bins = std::make_unique_for_overwrite<Bounds[]>(static_cast<std::size_t>(kBins) * kBins);
-#pragma omp parallel for schedule(static) num_threads(Processors())
-    for (int part = 0; part < kParts * kParts; ++part)
-        FillBins({part / kParts * kSize, part % kParts * kSize, kSize}, Bounds());
-}
-
-// All points of the square take the same way while its corners do: the side on which a coordinate falls only grows with
-// it. Where they part, the square is divided.
-void ZoInvAdjustTable::FillBins(Square square, Bounds bounds) {
-    constexpr double kRounding = 1e-3;  // bins, more than Bin() can be off
-    const auto edge = [this](double bin) { return bin / binScale - halfSide; };
-    const double lowX = edge(square.column - kRounding);
-    const double highX = edge(square.column + square.size + kRounding);
-    const double lowY = edge(square.row - kRounding);
-    const double highY = edge(square.row + square.size + kRounding);
+// All points of the square take the same way while its corners do: the side on which a coordinate falls of a cell only
+// grows with it.
+ZoInvAdjustTable::Bounds ZoInvAdjustTable::BoundsOfSquare(int column, int row) const {
+    constexpr double kRounding = 1e-3;  // squares; far more than a point can be off
+    const auto edge = [this](double square) { return square / coarseScale - halfSide; };
+    const Interval x{edge(column - kRounding), edge(column + 1 + kRounding)};
+    const Interval y{edge(row - kRounding), edge(row + 1 + kRounding)};
+    Bounds bounds;
     for (;;) {
         const Cell middle = bounds.Middle();
-        const int sideX = SideX(middle, lowX);
-        const int sideY = SideY(middle, lowY);
-        if (sideX != SideX(middle, highX) || sideY != SideY(middle, highY)) break;
+        const int sideX = SideOf(x.low, ExtentX(middle));
+        const int sideY = SideOf(y.low, ExtentY(middle));
+        if (sideX != SideOf(x.high, ExtentX(middle)) || sideY != SideOf(y.high, ExtentY(middle))) return bounds;
         Bounds narrower = bounds;
         narrower.Narrow(middle, sideX, sideY);
-        if (!narrower.AreOpen() || (sideX == 0 && sideY == 0)) break;
+        if (!narrower.AreOpen() || (sideX == 0 && sideY == 0)) return bounds;
         bounds = narrower;
-    }
-    if (square.size == 1) {
-        bins[static_cast<std::size_t>(square.column) * kBins + static_cast<std::size_t>(square.row)] = bounds;
-        return;
-    }
-    const int half = square.size / 2;
-    for (const int column : {square.column, square.column + half}) {
-        for (const int row : {square.row, square.row + half})
-            FillBins({column, row, half}, bounds);
     }
 }
 
-void ZoInvAdjustTable::Bounds::Narrow(Cell middle, int sideX, int sideY) {
+inline void ZoInvAdjustTable::Bounds::Narrow(Cell middle, int sideX, int sideY) {
     if (sideX < 0) hiI = static_cast<std::int16_t>(middle.i - 1);
     if (sideX > 0) loI = static_cast<std::int16_t>(middle.i + 1);
     if (sideY < 0) hiJ = static_cast<std::int16_t>(middle.j - 1);
     if (sideY > 0) loJ = static_cast<std::int16_t>(middle.j + 1);
 }
 
-inline int ZoInvAdjustTable::SideX(Cell cell, double x) const {
-    return SideOf(x, At(cell.i - 1, cell.j).x, At(cell.i, cell.j).x);
-}
-
-inline int ZoInvAdjustTable::SideY(Cell cell, double y) const {
-    return SideOf(y, At(cell.i, cell.j - 1).y, At(cell.i, cell.j).y);
-}
-
-inline int ZoInvAdjustTable::Bin(double coordinate) const {
-    return std::min(static_cast<int>((coordinate + halfSide) * binScale), kBins - 1);
-}
-
-ZoInvAdjustTable::Cell ZoInvAdjustTable::Bisect(double x, double y) const {
-    Bounds bounds = bins[static_cast<std::size_t>(Bin(x)) * kBins + static_cast<std::size_t>(Bin(y))];
+ZoInvAdjustTable::Cell ZoInvAdjustTable::Bisect(Bounds bounds, double x, double y) const {
     for (;;) {
         const Cell middle = bounds.Middle();
-        const int sideX = SideX(middle, x);
-        const int sideY = SideY(middle, y);
+        const int sideX = SideOf(x, ExtentX(middle));
+        const int sideY = SideOf(y, ExtentY(middle));
         bounds.Narrow(middle, sideX, sideY);
         if (!bounds.AreOpen() || (sideX == 0 && sideY == 0)) return middle;
     }
@@ -164,24 +245,53 @@ ZoInvAdjustTable::Cell ZoInvAdjustTable::Bisect(double x, double y) const {
 ZoInvAdjustTable::Cell ZoInvAdjustTable::Walk(Cell cell, double x, double y) const {
     constexpr int kSteps = 60;
     for (int taken = 0; taken < kSteps; ++taken) {
-        const int sideX = SideX(cell, x);
-        if (sideX == 0 && SideY(cell, y) == 0) break;
+        const int sideX = SideOf(x, ExtentX(cell));
+        if (sideX == 0 && SideOf(y, ExtentY(cell)) == 0) break;
         cell.i = std::clamp(cell.i + sideX, 1, kLastCell);
-        cell.j = std::clamp(cell.j + SideY(cell, y), 1, kLastCell);
+        cell.j = std::clamp(cell.j + SideOf(y, ExtentY(cell)), 1, kLastCell);
     }
     return cell;
 }
 
+/// The cell from which a point of the square comes, by what its corners come from. Any cell where they tell nothing.
+inline ZoInvAdjustTable::Cell ZoInvAdjustTable::Guess(const Square* square, float inColumn, float inRow) const {
+    const Square* low = square;
+    const Square* high = square + kCoarse + 1;
+    const float lowI = low[0].i + inRow * (low[1].i - low[0].i);
+    const float lowJ = low[0].j + inRow * (low[1].j - low[0].j);
+    const float i = lowI + inColumn * (high[0].i + inRow * (high[1].i - high[0].i) - lowI);
+    const float j = lowJ + inColumn * (high[0].j + inRow * (high[1].j - high[0].j) - lowJ);
+    if (!(i >= 0.0F && i < kLastCell && j >= 0.0F && j < kLastCell)) return {1, 1};
+    return {static_cast<int>(i) + 1, static_cast<int>(j) + 1};
+}
+
+inline bool ZoInvAdjustTable::IsCore(Cell cell, double inX, double inY) const {
+    if (!(inX > 0.0 && inX < 1.0 && inY > 0.0 && inY < 1.0)) return false;
+    const auto partX = static_cast<std::uint32_t>(inX * kCoreParts);
+    const auto partY = static_cast<std::uint32_t>(inY * kCoreParts);
+    const std::uint32_t room = FourBytes(partX, kCoreParts - 1 - partX, partY, kCoreParts - 1 - partY);
+    // A high bit stays where no borrow comes from below, that is, where the room is enough.
+    return (((room | kHighBits) - cores[Index(cell)]) & kHighBits) == kHighBits;
+}
+
 bool ZoInvAdjustTable::Invert(double* x, double* y) const {
     if (!(std::fabs(*x) < halfSide) || !(std::fabs(*y) < halfSide)) return false;
-    const Cell cell = Walk(Bisect(*x, *y), *x, *y);
-    const Node& corner = At(cell.i, cell.j);
-    const double lowX = At(cell.i - 1, cell.j).x;
-    const double lowY = At(cell.i, cell.j - 1).y;
-    const double inX = (*x - lowX) / (corner.x - lowX);
-    const double inY = (*y - lowY) / (corner.y - lowY);
-    if (!std::isfinite(inX) || !std::isfinite(inY)) return false;
-    *x = cell.i - 1 + inX;
-    *y = cell.j - 1 + inY;
-    return gridToImage.PTrans2D(x, y);
+    const double u = (*x + halfSide) * coarseScale;
+    const double v = (*y + halfSide) * coarseScale;
+    const int column = std::min(static_cast<int>(u), kCoarse - 1);
+    const int row = std::min(static_cast<int>(v), kCoarse - 1);
+    const Square* square = &squares[static_cast<std::size_t>(column * (kCoarse + 1) + row)];
+
+    Cell cell = Guess(square, static_cast<float>(u - column), static_cast<float>(v - row));
+    double inX = PlaceIn(ExtentX(cell), *x);
+    double inY = PlaceIn(ExtentY(cell), *y);
+    if (!IsCore(cell, inX, inY)) {
+        cell = Walk(Bisect(square->bounds, *x, *y), *x, *y);
+        inX = PlaceIn(ExtentX(cell), *x);
+        inY = PlaceIn(ExtentY(cell), *y);
+        if (!std::isfinite(inX) || !std::isfinite(inY)) return false;
+    }
+    *x = step * (cell.i - 1 + inX) + origin;
+    *y = step * (cell.j - 1 + inY) + origin;
+    return true;
 }

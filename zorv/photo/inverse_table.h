@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "zorv/math/matrix.h"
-
-class ZoCamera;
+#include "zorv/photo/classic_distortion.h"
 
 /// What Adjust makes of a square grid of raw image coordinates, by which InvAdjust finds the way back: the cell of the
 /// grid that holds the corrected point, and the place within it. Tables are kept for the whole process by camera id and
 /// constant, and never change.
 ///
-/// The search bisects both axes at once and then walks from cell to cell; it takes the adjusted coordinates to grow
-/// along the grid, and ends in any case.
+/// The search bisects both axes at once and then walks from cell to cell. It takes the adjusted coordinates to grow
+/// along the grid; where they do not, it ends all the same, with some cell. Most points need no search: a coarse map
+/// guesses their cell, and the core of the cell, all of whose points the search would lead there, proves the guess.
 class ZoInvAdjustTable {
   public:
     static constexpr int kNodes = 781;  ///< to a side
@@ -38,7 +38,7 @@ class ZoInvAdjustTable {
 
   private:
     static constexpr int kLastCell = kNodes - 1;  // cells are named by their upper nodes, from 1
-    static constexpr int kBins = 256;             // to a side
+    static constexpr int kCoarse = 64;            // squares to a side
 
     struct Node {
         double x;
@@ -48,7 +48,7 @@ class ZoInvAdjustTable {
         int i;
         int j;
     };
-    /// The bounds of the bisection.
+    /// The cells that the bisection has not ruled out.
     struct Bounds {
         std::int16_t loI = 1;
         std::int16_t hiI = kLastCell;
@@ -57,32 +57,49 @@ class ZoInvAdjustTable {
 
         bool AreOpen() const { return loI <= hiI && loJ <= hiJ; }
         Cell Middle() const { return {(loI + hiI) / 2, (loJ + hiJ) / 2}; }
-        /// Narrows by the sides of the point in the middle cell.
+        /// Narrows by the sides on which the point lies of the middle cell.
         void Narrow(Cell middle, int sideX, int sideY);
     };
+    struct Interval {
+        double low;
+        double high;
+    };
+    /// The part of a cell whose points the bisection leads there: from below and above in x, then in y, the strips to
+    /// leave out, a byte each.
+    using Core = std::uint32_t;
+
+    /// What is known of the points of a coarse square beforehand.
     struct Square {
-        int column;
-        int row;
-        int size;
+        float i;        // where its lowest corner comes from, in steps of the grid
+        float j;        //
+        Bounds bounds;  // where the bisection stands when it has decided all that it decides alike for them
     };
 
-    void FillNodes(const ZoCamera& camera);
-    void FillBins();
-    void FillBins(Square bins, Bounds bounds);
+    void FillNodes();
+    void FillCores();
+    template <bool settledX, bool settledY>
+    void Follow(Bounds bounds, Interval x, Interval y);
+    template <int sideX, int sideY>
+    void FollowOn(Bounds bounds, Cell middle, Interval x, Interval y);
+    void FillSquares();
+    Bounds BoundsOfSquare(int column, int row) const;
 
-    const Node& At(int i, int j) const {
-        return nodes[static_cast<std::size_t>(i) * kNodes + static_cast<std::size_t>(j)];
+    std::size_t Index(Cell cell) const {
+        return static_cast<std::size_t>(cell.i) * kNodes + static_cast<std::size_t>(cell.j);
     }
-    /// -1 when x is below the cell, 1 when it is above, else 0.
-    int SideX(Cell cell, double x) const;
-    int SideY(Cell cell, double y) const;
-    int Bin(double coordinate) const;
-    Cell Bisect(double x, double y) const;
+    Node NodeAt(int i, int j) const;
+    Interval ExtentX(Cell cell) const { return {nodes[Index(cell) - kNodes].x, nodes[Index(cell)].x}; }
+    Interval ExtentY(Cell cell) const { return {nodes[Index(cell) - 1].y, nodes[Index(cell)].y}; }
+    Cell Bisect(Bounds bounds, double x, double y) const;
     Cell Walk(Cell cell, double x, double y) const;
+    Cell Guess(const Square* square, float inColumn, float inRow) const;
+    bool IsCore(Cell cell, double inX, double inY) const;
 
-    double step = 0.0;      // of the grid, mm
-    double binScale = 0.0;  // bins per mm
+    zorv::detail::ClassicDistortion distortion;
+    double step = 0.0;         // of the grid in mm
+    double origin = 0.0;       // of the grid in mm, in x and y
+    double coarseScale = 0.0;  // squares per mm
     std::unique_ptr<Node[]> nodes;
-    // Where the bisection stands when it has decided all that it decides alike for the points of a bin.
-    std::unique_ptr<Bounds[]> bins;
+    std::vector<Core> cores;
+    std::unique_ptr<Square[]> squares;  // with one more to a side for the corners
 };
