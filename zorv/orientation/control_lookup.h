@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "zorv/core/sort_helper.h"
@@ -69,6 +70,44 @@ class ControlTable {
     std::vector<Entry> entries;
     std::vector<std::uint32_t> buckets;  // the place where each begins, and the end of the last
     int shift = 0;
+    std::size_t next = 0;
+};
+
+/// The places of the points of a list, asked for one after the other.
+///
+/// Where the list is in no order nearly every control point is far away in memory. Then some are found, and on their
+/// way, before they are needed.
+class ControlWalk {
+  public:
+    explicit ControlWalk(ControlTable& of) : table(of) {}
+
+    std::size_t Find(const ZoPoint& point) {
+        if (next < found) return places[next++];
+        const std::size_t place = table.Find(point.GetId());
+        if (place != ControlTable::kNone && place != std::exchange(last, place) + 1) LookAhead(point.NextConst());
+        return place;
+    }
+
+  private:
+    static constexpr std::size_t kAhead = 32;
+
+    void LookAhead(const ZoPoint* point) {
+        next = 0;
+        for (found = 0; point && found < kAhead; point = point->NextConst()) {
+            const std::size_t place = table.Find(point->GetId());
+            places[found++] = place;
+#if defined(__GNUC__)
+            if (place == ControlTable::kNone) continue;
+            __builtin_prefetch(&table.PointAt(place)->controlFlags);
+            __builtin_prefetch(&table.PointAt(place)->z);
+#endif
+        }
+    }
+
+    ControlTable& table;
+    std::size_t last = ControlTable::kNone;  // one before the first place
+    std::size_t places[kAhead] = {};
+    std::size_t found = 0;
     std::size_t next = 0;
 };
 

@@ -101,10 +101,11 @@ bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const 
     ControlTable table(controls);
     std::vector<bool> matched(table.Size());
     int matchedCount = 0;
+    zorv::detail::ControlWalk walk(table);
     for (const ZoPoint* point = source.First(); point; point = point->NextConst()) {
+        const std::size_t place = walk.Find(*point);
         ZoPoint* moved = made.Add(*point);
-        m.PTrans3D(moved);
-        const std::size_t place = table.Find(moved->GetId());
+        m.PTrans3D(&moved->x, &moved->y, &moved->z);
         const ZoPoint* control = place == ControlTable::kNone ? nullptr : table.PointAt(place);
         SetResidual(*moved, control);
         moved->SetFlag(kHasResidual);
