@@ -373,7 +373,7 @@ class ZORV_API ZoPhoto : public TZoFlagNode<ZoPhoto> {
     mutable double pixelSize = 0.0;  ///< what GetPixelSize computed; 0 when unknown
     eZoPhototype photoType = eZoPhotoDigital;
     std::uint32_t digitizerId = 20;
-    ZoRegion digiRegion;                   ///< extent of the stored image in pixels
+    mutable ZoRegion digiRegion;           ///< extent of the stored image in pixels; a panorama computes it
     mutable std::int32_t pixelHeight = 0;  ///< what PixelRks_Lks uses; 0 when unknown
     mutable ZoRegion bikoRegion;           ///< extent of the image in mm
     ZoCamera camera;
