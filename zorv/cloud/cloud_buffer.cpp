@@ -65,6 +65,11 @@ std::span<const unsigned char> ZoFileBuffMemoryMap::Peek(std::size_t bytes) {
     return {cursor, std::min(bytes, static_cast<std::size_t>(end - cursor))};
 }
 
+void ZoFileBuffMemoryMap::SkipAll() {
+    cursor = end;
+    if (!view) base = size - static_cast<std::uint64_t>(end - window.get());
+}
+
 /// Moves what is left of the window to its beginning and fills the rest from the file.
 void ZoFileBuffMemoryMap::ReadAhead() {
     if (!window) return;

@@ -34,6 +34,8 @@ class ZORV_API ZoFileBuffMemoryMap {
     std::span<const unsigned char> Peek(std::size_t bytes);
     /// Moves on by what Peek has shown.
     void Skip(std::size_t bytes) { cursor += bytes; }
+    /// Moves to the end of the file.
+    void SkipAll();
 
     /// Bytes passed so far, and bytes to come.
     std::uint64_t Position() const { return base + static_cast<std::uint64_t>(cursor - (view ? view : window.get())); }

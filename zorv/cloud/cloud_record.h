@@ -19,6 +19,7 @@ inline constexpr std::uint32_t kCloudMarker = 0xBABEBEEB;
 inline constexpr std::uint32_t kScanInfoMarker = 0xCEFFCEFF;
 inline constexpr std::uint32_t kScanPointMarker = 0xBABEBABE;
 
+inline constexpr std::size_t kScanInfoRecord = 472;
 inline constexpr std::size_t kScanPointRecord = 58;
 
 /// False, with the point as it was, for a wrong marker.
@@ -47,7 +48,7 @@ inline void EncodeScanPoint(const ZoScanPoint3d& point, unsigned char* record) {
     std::memcpy(record + 54, &point.color, 4);
 }
 
-/// Appends the 472 bytes of the record.
+/// Appends the kScanInfoRecord bytes of the record.
 void AppendScanInfo(std::string& bytes, const ScanDataInfo& info);
 
 }  // namespace zorv::detail

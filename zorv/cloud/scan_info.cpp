@@ -38,6 +38,10 @@ bool ScanDataInfo::Read(ZoFileBuffMemoryMap& buffer) {
     std::uint32_t marker = 0;
     buffer.Read(marker);
     if (marker != zorv::detail::kScanInfoMarker) return false;
+    if (buffer.BytesLeft() < zorv::detail::kScanInfoRecord - sizeof marker) {
+        buffer.SkipAll();
+        return false;
+    }
     VisitFields(*this, [&buffer](auto& field) { buffer.Read(&field, sizeof field); });
     return true;
 }

@@ -11,7 +11,7 @@ class ZoFileBuffMemoryMap;
 /// the others belong to the host.
 struct ZORV_API ScanDataInfo {
     /// Reads a record of a native cloud file. False, with all fields as they were, when it does not begin with its
-    /// marker, which is passed over. Fields that a cut record lacks stay as they were.
+    /// marker, which is passed over, or is cut off, which leaves nothing to read behind it.
     bool Read(ZoFileBuffMemoryMap& buffer);
     /// Writes the record, 472 bytes.
     void Write(std::FILE* file) const;

@@ -1,0 +1,79 @@
+// Any bytes as a native cloud file: what comes in is no more than the bytes can hold, plain reads give what a view
+// gives, and what is written reads back as the same.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <unistd.h>
+
+#include "zorv/cloud/cloud_container.h"
+#include "zorv/core/platform/mapping.h"
+#include "zorv/core/text_conversion.h"
+
+namespace {
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+struct InputFile {
+    InputFile() : path(std::filesystem::temp_directory_path() / ("zorv-cloud-" + std::to_string(::getpid()))) {}
+    ~InputFile() { std::filesystem::remove(path); }
+    void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
+    std::string Read() const {
+        std::ifstream in(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+    std::wstring Name() const { return string2wstring(path.native()); }
+    std::filesystem::path path;
+};
+
+/// The bytes of the file that a container writes.
+std::string Written(ZoPointCloudContainer& container, const InputFile& file) {
+    Require(container.Write(file.Name()) == 1);
+    return file.Read();
+}
+
+void CheckFile(const InputFile& file, const std::string& bytes) {
+    file.Write(bytes);
+    ZoPointCloudContainer mapped, plain;
+    ZoPointCloudReadResult result, plainResult;
+    const bool isRead = mapped.Read(file.Name(), result);
+    {
+        const zorv::detail::MappingRefusal refusal(zorv::detail::MappingRefusal::kView);
+        Require(plain.Read(file.Name(), plainResult) == isRead);
+    }
+    Require(isRead == (mapped.First() != nullptr));
+    Require(result.points == mapped.Size() && result.points == plainResult.points);
+    Require(mapped.Size() <= bytes.size() / 58);
+    Require(result.clouds.size() <= bytes.size() / 76);
+    for (const ZoPointCloud* cloud : result.clouds) {
+        Require(cloud->points.capacity() <= bytes.size() / 58);
+        Require(cloud->center.GetCount() == static_cast<int>(cloud->Size()));
+    }
+
+    const std::string first = Written(mapped, file);
+    Require(Written(plain, file) == first);
+    ZoPointCloudContainer back;
+    back.Read(file.Name(), result);
+    Require(back.Size() == mapped.Size());
+    // Clouds without points do not come back; a name may lose what is no character.
+    const std::string second = Written(back, file);
+    ZoPointCloudContainer again;
+    again.Read(file.Name(), result);
+    Require(Written(again, file) == second);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const InputFile file;
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    CheckFile(file, bytes);
+    return 0;
+}

@@ -1,0 +1,317 @@
+#include <cstring>
+#include <optional>
+
+#include "tests/support/allocation_count.h"
+#include "tests/support/hex_bytes.h"
+#include "tests/support/recorded_log.h"
+#include "tests/support/temp_folder.h"
+#include <gtest/gtest.h>
+
+#include "zorv/cloud/cloud_buffer.h"
+#include "zorv/cloud/cloud_container.h"
+#include "zorv/core/platform/mapping.h"
+
+namespace {
+
+using zorv::detail::MappingRefusal;
+
+/// Places in a file whose first cloud has its points from kFirstPoint on.
+constexpr std::size_t kFileHead = 12, kFirstInfo = 80, kFirstCount = 552, kFirstPoint = 556, kRecord = 58;
+constexpr const char* kPointMarker = "bebabeba";
+
+void Put(std::string& bytes, std::size_t place, const std::string& hex) {
+    const std::string value = HexBytes(hex);
+    bytes.replace(place, value.size(), value);
+}
+
+/// The cloud "Wall", selected and active, of one point, without the file's head.
+std::string WallBytes() {
+    std::string bytes(kFirstPoint + kRecord, '\0');
+    Put(bytes, 12, "ebbebeba 57616c6c");
+    Put(bytes, 76, "03000000");
+    Put(bytes, kFirstInfo, "ffceffce 11000000");
+    Put(bytes, kFirstInfo + 8, "0100000000000000 feffffffffffffff 0300000000000000 0000000001000000");
+    Put(bytes, kFirstInfo + 48, "0800000000000000");
+    Put(bytes, kFirstInfo + 104, "10");
+    Put(bytes, kFirstInfo + 168, "000000000000f03f 000000000000f03f 000000000000f03f");
+    Put(bytes, kFirstInfo + 192, "16");
+    Put(bytes, kFirstInfo + 238, "54");
+    Put(bytes, kFirstInfo + 298, "30");
+    Put(bytes, kFirstInfo + 351, "78");
+    Put(bytes, kFirstInfo + 352, "05");
+    Put(bytes, kFirstInfo + 464, "ffffffffffffffff");
+    Put(bytes, kFirstCount, "01000000");
+    // (1, -2, 0.5), extra (1.5, 0, 0), normal (0, 0, -1), 7 measurements, selected, colour with intensity
+    Put(bytes, kFirstPoint, kPointMarker);
+    Put(bytes, kFirstPoint + 4, "000000000000f03f 00000000000000c0 000000000000e03f");
+    Put(bytes, kFirstPoint + 28, "0000c03f 00000000 00000000 00000000 00000000 000080bf 07 01 01020304");
+    return bytes.substr(kFileHead);
+}
+
+std::string Head(const std::string& count) {
+    return HexBytes("0df0beba 02000000" + count);
+}
+
+/// Opens what hosts do not need.
+struct Container : ZoPointCloudContainer {
+    using ZoPointCloudContainer::Read;
+    using ZoPointCloudContainer::Write;
+};
+
+/// A container that has read these bytes, through a view or by plain reads.
+struct ReadBack {
+    explicit ReadBack(const std::string& bytes, bool plainly = false) {
+        std::optional<MappingRefusal> refusal;
+        if (plainly) refusal.emplace(MappingRefusal::kView);
+        container.dirty = 5;
+        answer = container.Read(folder.Write("a.zoptc", bytes), result);
+    }
+    std::string Points() const {
+        std::string sizes;
+        for (const ZoPointCloud* cloud = container.First(); cloud; cloud = cloud->NextConst())
+            sizes += std::to_string(cloud->Size()) + " ";
+        return sizes;
+    }
+
+    TempFolder folder;
+    RecordedLog log;
+    Container container;
+    ZoPointCloudReadResult result;
+    bool answer;
+};
+
+TEST(CloudFile, HasTheBytesOfItsRecords) {
+    Container container;
+    ZoPointCloud& wall = *container.AddCloud(1, L"Wall");
+    wall.SetFlag(1);
+    ScanDataInfo& info = wall.scanInfo;
+    info.firstWord = 0x11;
+    info.timeStart = 1;
+    info.timeEnd = -2;
+    info.timeStart2 = 3;
+    info.timeEnd2 = std::int64_t{1} << 32;
+    info.words[1] = 8;
+    info.blocks[3][0] = 0x10;
+    info.lastBlock[0] = 0x16;
+    info.texts[1][0] = 'T';
+    info.middleWords[0] = 0x30;
+    info.lastText[29] = 'x';
+    info.fiveWords[0] = 5;
+    info.tenWords[9] = ~std::uint64_t{0};
+    ZoScanPoint3d point(1, -2, 0.5, 0x04030201);
+    point.extra[0] = 1.5F;
+    point.normal[2] = -1;
+    point.nbrMeasurements = 7;
+    point.SetSelected(true);
+    point.falseColor = 99;
+    wall.AddPoint(point);
+
+    const TempFolder folder;
+    EXPECT_EQ(container.Write(folder.Name("a.zoptc")), 1);
+    EXPECT_EQ(container.GetDirty(), 0u);
+    EXPECT_EQ(folder.Read("a.zoptc"), Head("01000000") + WallBytes());
+
+    // Each record by itself, and the whole once more through a stream.
+    std::FILE* file = std::fopen((folder.path / "parts").c_str(), "wb");
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(container.Write(file), 1);
+    EXPECT_EQ(wall.Write(file), 1);
+    info.Write(file);
+    point.Write(file);
+    std::fclose(file);
+    EXPECT_EQ(wall.Write(nullptr), 0);
+    EXPECT_EQ(container.Write(static_cast<std::FILE*>(nullptr)), 0);
+    EXPECT_EQ(folder.Read("parts"),
+              Head("01000000") + WallBytes() + WallBytes() + WallBytes().substr(68, 472) + WallBytes().substr(544));
+}
+
+TEST(CloudFile, BringsTheFieldsBack) {
+    for (const bool plainly : {false, true}) {
+        SCOPED_TRACE(plainly);
+        ReadBack read(Head("02000000") + WallBytes() + WallBytes(), plainly);
+        EXPECT_TRUE(read.answer);
+        EXPECT_EQ(read.log.lines,
+                  plainly ? std::vector<std::wstring>{L"1 ZoFileBuff: Memory Map Error"} : std::vector<std::wstring>{});
+        EXPECT_EQ(read.result.points, 2u);
+        ASSERT_EQ(read.result.clouds.size(), 2u);
+        const ZoPointCloud& cloud = *read.result.clouds[1];
+        EXPECT_EQ(cloud.GetId(), 2u);
+        EXPECT_EQ(cloud.GetName(), L"Wall");
+        EXPECT_EQ(cloud.GetFlag(), 3);
+        EXPECT_EQ(cloud.scanInfo.timeEnd, -2);
+        EXPECT_EQ(cloud.scanInfo.lastText[29], 'x');
+        EXPECT_EQ(cloud.scanInfo.triple3[2], 1.0);
+        EXPECT_EQ(cloud.points[0].falseColor, 0x04030201u);
+        EXPECT_EQ(cloud.points[0][3], 1);
+        EXPECT_EQ(cloud.points[0].normal[2], -1);
+        EXPECT_EQ(cloud.center.GetCount(), 1);
+        EXPECT_EQ(cloud.selectedBox.GetCount(), 1u);
+        EXPECT_EQ(read.container.center.GetCount(), 2);
+        EXPECT_EQ(read.container.box.Ymin(), -2);
+        EXPECT_EQ(read.container.GetDirty(), 0u);
+        EXPECT_EQ(read.container.Write(read.folder.Name("b")), 1);
+        EXPECT_EQ(read.folder.Read("b"), read.folder.Read("a.zoptc"));
+    }
+}
+
+TEST(CloudFile, PlainReadsGiveWhatAViewGives) {
+    // More than a window holds, so that records lie across its ends.
+    Container container;
+    ZoPointCloud& cloud = *container.AddCloud();
+    for (int i = 0; i < 20000; ++i)
+        cloud.AddPoint(ZoScanPoint3d(i, 0.1 * i, -i, i));
+    const TempFolder folder;
+    const std::wstring name = folder.Name("big.zoptc");
+    ASSERT_EQ(container.Write(name), 1);
+    ASSERT_EQ(folder.Read("big.zoptc").size(), kFirstPoint + 20000 * kRecord);
+    for (const auto step : {MappingRefusal::kMapping, MappingRefusal::kView}) {
+        Container back;
+        ZoPointCloudReadResult result;
+        {
+            const MappingRefusal refusal(step);
+            EXPECT_TRUE(back.Read(name.c_str(), result));
+        }
+        EXPECT_EQ(back.Size(), 20000u);
+        EXPECT_EQ(std::memcmp(&back.box, &cloud.box, 6 * sizeof(double)), 0);
+        back.Write(name);
+        EXPECT_EQ(std::memcmp(&back.First()->center, &cloud.center, 3 * sizeof(double)), 0);
+    }
+    // A read that does not fit changes nothing, whatever its size.
+    const MappingRefusal refusal(MappingRefusal::kView);
+    ZoFileBuffMemoryMap buffer(name.c_str());
+    std::string bytes(static_cast<std::size_t>(buffer.size), 'x');
+    EXPECT_FALSE(buffer.Read(bytes.data(), bytes.size() + 1));
+    EXPECT_EQ(bytes[0], 'x');
+    EXPECT_TRUE(buffer.Read(bytes.data(), bytes.size()));
+    EXPECT_EQ(bytes, folder.Read("big.zoptc"));
+    EXPECT_FALSE(buffer.Read(bytes.data(), 1));
+    EXPECT_EQ(buffer.BytesLeft(), 0u);
+}
+
+TEST(CloudFile, CutAnywhereItKeepsTheWholePoints) {
+    std::string whole = Head("01000000") + WallBytes();
+    Put(whole, kFirstCount, "03000000");
+    for (int i = 0; i < 2; ++i)
+        whole += whole.substr(kFirstPoint, kRecord);
+    // Every size but most of those inside the name and the scanner's record.
+    for (std::size_t size = 0; size <= whole.size(); size += size > 17 && size < 545 ? 11 : 1) {
+        SCOPED_TRACE(size);
+        const std::size_t points = size < kFirstPoint ? 0 : (size - kFirstPoint) / kRecord;
+        for (const bool plainly : {false, true}) {
+            const ReadBack read(whole.substr(0, size), plainly);
+            EXPECT_EQ(read.container.Size(), points);
+            EXPECT_EQ(read.result.points, points);
+            EXPECT_EQ(read.answer, size >= kFirstPoint);
+            EXPECT_EQ(read.container.GetDirty(), size < 8 ? 5u : 0u);
+            EXPECT_EQ(read.result.error, size == 0 ? ZoFileBuffMemoryMap::kFileEmpty : 0);
+        }
+    }
+}
+
+TEST(CloudFile, DamageCostsWhatStandsBehindIt) {
+    const std::string wall = WallBytes();
+    const std::string junk = HexBytes("01020304");
+    std::string twoPoints = wall, noPoints = wall.substr(0, 544), liar = wall, noInfo = wall;
+    Put(twoPoints, 540, "02000000");
+    Put(noPoints, 540, "00000000");
+    Put(liar, 540, "ffffffff");
+    Put(noInfo, 68, "00000000");
+    std::string manyWords;
+    for (int i = 0; i < 5000; ++i)
+        manyWords += junk;
+    struct Case {
+        const char* name;
+        std::string bytes;
+        std::string points;
+        std::size_t lines;
+    };
+    const Case cases[] = {
+        {"no clouds", Head("00000000"), "", 0},
+        {"a cloud without points", Head("02000000") + noPoints + wall, "1 ", 0},
+        {"a wrong point marker", Head("02000000") + twoPoints + junk + wall, "1 1 ", 0},
+        {"a wrong cloud marker", Head("03000000") + wall + junk + wall, "1 1 ", 1},
+        {"as many words as clouds", Head("89130000") + manyWords + wall, "1 ", 100},
+        {"more words than clouds", Head("88130000") + manyWords + wall, "", 100},
+        {"more points than bytes", Head("01000000") + liar, "1 ", 0},
+        {"more clouds than bytes", Head("ffffffff") + wall + junk + wall, "1 1 ", 2},
+        {"the count in the place of the record", Head("01000000") + noInfo, "0 ", 0},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        for (const bool plainly : {false, true}) {
+            const ReadBack read(each.bytes, plainly);
+            EXPECT_EQ(read.Points(), each.points);
+            EXPECT_EQ(read.answer, !each.points.empty());
+            EXPECT_EQ(read.log.lines.size(), each.lines + (plainly ? 1 : 0));
+            EXPECT_EQ(read.container.GetDirty(), 0u);
+        }
+    }
+    const ReadBack read(Head("01000000") + junk + wall);
+    const std::wstring name = read.folder.Name("a.zoptc");
+    EXPECT_EQ(read.log.lines[0], L"1 Pointcloud file " + name + L" corrupt, file position 16, size 618, 2.59 %");
+}
+
+TEST(CloudFile, WhatIsNoSuchFileChangesNothing) {
+    const std::string wall = WallBytes();
+    for (const std::string& bytes : {HexBytes("0df0beba 01000000 01000000") + wall,
+                                     HexBytes("0df0beba ffffffff 01000000") + wall, HexBytes("0df0bebb02000000")}) {
+        const ReadBack read(bytes);
+        EXPECT_FALSE(read.answer);
+        EXPECT_EQ(read.container.GetDirty(), 5u);
+        EXPECT_TRUE(read.log.lines.empty());
+    }
+    ReadBack read(Head("01000000") + wall);
+    read.container.SetDirty();
+    EXPECT_FALSE(read.container.Read(read.folder.Name("missing"), read.result));
+    EXPECT_EQ(read.result.error, ZoFileBuffMemoryMap::kCannotOpen);
+    EXPECT_FALSE(read.container.Read(read.folder.Name(""), read.result)) << "a folder";
+    EXPECT_FALSE(read.container.Read(static_cast<const wchar_t*>(nullptr), read.result));
+    EXPECT_EQ(read.container.GetDirty(), 1u);
+    EXPECT_EQ(read.container.Write(read.folder.Name("no/such/folder")), 0);
+    EXPECT_EQ(read.container.GetDirty(), 1u);
+
+    // A further file comes behind what is there.
+    EXPECT_TRUE(read.container.Read(read.folder.Write("empty", Head("00000000")), read.result));
+    EXPECT_TRUE(read.container.Read(read.folder.Name("a.zoptc"), read.result));
+    EXPECT_EQ(read.container.clouds.Last()->GetId(), 2u);
+    EXPECT_EQ(read.result.points, 2u);
+    EXPECT_EQ(read.container.box.GetCount(), 2u);
+}
+
+TEST(CloudFile, LyingCountsCostNoMemory) {
+    const TempFolder folder;
+    std::string bytes = Head("ffffffff") + WallBytes();
+    Put(bytes, kFirstCount, "ffffffff");
+    bytes.resize(700);
+    const std::wstring name = folder.Write("a.zoptc", bytes);
+    Container container;
+    ZoPointCloudReadResult result;
+    const std::size_t before = AllocatedBytes();
+    EXPECT_TRUE(container.Read(name, result));
+    EXPECT_EQ(container.Size(), 1u);
+    EXPECT_LE(container.First()->points.capacity(), (bytes.size() - kFirstPoint) / kRecord);
+    // The file ends in 82 zero bytes: twenty words in the place of clouds, each of which costs a table of observers.
+    EXPECT_LT(AllocatedBytes() - before, 200'000u);
+}
+
+TEST(CloudFile, NamesAreCutAtACharacter) {
+    struct Case {
+        std::wstring name, expected;
+    };
+    const std::wstring a(58, L'a');
+    for (const Case& each : {Case{a + L"bc", a + L"b"}, Case{a + L"\u00e4", a}, Case{a + L"b", a + L"b"},
+                             Case{std::wstring(100, L'\u20ac'), std::wstring(19, L'\u20ac')}}) {
+        const TempFolder folder;
+        Container container, back;
+        container.AddCloud(1, each.name)->AddPoint(ZoScanPoint3d());
+        container.Write(folder.Name("a.zoptc"));
+        ZoPointCloudReadResult result;
+        EXPECT_TRUE(back.Read(folder.Name("a.zoptc"), result));
+        EXPECT_EQ(back.First()->GetName(), each.expected);
+    }
+    std::string bytes = Head("01000000") + WallBytes();
+    bytes.replace(16, 60, std::string(60, 'n'));
+    EXPECT_EQ(ReadBack(bytes).container.First()->GetName(), std::wstring(60, L'n'));
+}
+
+}  // namespace
