@@ -48,7 +48,7 @@ void SymbolStatistics::Renew(std::uint16_t* counts, std::int16_t* starts) {
     const std::uint32_t scale = kWhole / total;
     std::uint32_t before = 0;
     for (std::uint32_t s = 0; s < symbols; ++s) {
-        starts[s] = static_cast<std::int16_t>(scale * before >> (31 - kSymbolPrecision));
+        starts[s] = static_cast<std::int16_t>((scale * before >> (31 - kSymbolPrecision)) - kShift);
         before += counts[s];
     }
     interval = Longer(interval, (symbols + 6) * 8);

@@ -35,6 +35,9 @@ inline constexpr int kSymbolPrecision = 15;
 
 /// The parts of symbol statistics that do not depend on the room for them.
 struct SymbolStatistics {
+    /// Starts are kept less this much, so that a little beyond the scale is still a 16-bit number.
+    static constexpr std::int32_t kShift = 1 << kSymbolPrecision;
+
     std::uint32_t symbols = 0;
     std::uint32_t total = 0;
     std::uint32_t interval = 0;
@@ -63,18 +66,18 @@ class AdaptiveSymbols {
     void Forget() { statistics.symbols = 0; }
 
     std::uint32_t Last() const { return statistics.symbols - 1; }
-    std::uint32_t Start(std::uint32_t symbol) const { return static_cast<std::uint32_t>(starts[symbol]); }
-    /// The symbol whose share holds a place on the scale of 2^15.
+    std::uint32_t Start(std::uint32_t symbol) const {
+        return static_cast<std::uint32_t>(starts[symbol] + SymbolStatistics::kShift);
+    }
+    /// The symbol whose share holds a place on the scale of 2^15, what lies behind the scale being the last one's.
     std::uint32_t Find(std::uint32_t place) const {
-        const auto limit = static_cast<std::int16_t>(std::min<std::uint32_t>(place, kTop));
-        std::uint32_t upTo = 0;
+        const auto limit = static_cast<std::int16_t>(place - SymbolStatistics::kShift);
         if constexpr (kBlocks <= 4) {
-            upTo = CountUpTo<kBlocks>(starts.data(), limit);
+            return CountUpTo<kBlocks>(starts.data(), limit) - 1;
         } else {
-            const std::uint32_t block = std::min(CountUpTo<kIndexBlocks>(index.data(), limit), kBlocks) - 1;
-            upTo = 16 * block + CountUpTo<1>(starts.data() + std::size_t{16} * block, limit);
+            const std::uint32_t block = CountUpTo<kIndexBlocks>(index.data(), limit) - 1;
+            return 16 * block + CountUpTo<1>(starts.data() + std::size_t{16} * block, limit) - 1;
         }
-        return std::min(upTo - 1, Last());
     }
     void Count(std::uint32_t symbol) {
         ++counts[symbol];
@@ -87,7 +90,7 @@ class AdaptiveSymbols {
   private:
     static constexpr unsigned int kBlocks = (kRoom + 15) / 16;
     static constexpr unsigned int kIndexBlocks = (kBlocks + 15) / 16;
-    static constexpr std::int16_t kTop = 32767;
+    static constexpr std::int16_t kTop = 0x7fff;  // above every place
 
     void Index() {
         if constexpr (kBlocks > 4) {

@@ -17,14 +17,13 @@ class ArithmeticDecoder {
     explicit ArithmeticDecoder(detail::ByteView code) : bytes(code.data()), size(code.size()), next(4) {
         for (std::size_t i = 0; i < 4; ++i)
             place = place << 8 | (i < size ? bytes[i] : 0u);
+        StayInside();
     }
 
     /// Whether a byte was missing: what has been decoded since the end then means nothing.
-    bool IsExhausted() const { return next > size + grace; }
+    bool IsExhausted() const { return next > size; }
     /// Bytes used, the look-ahead among them.
     std::size_t Position() const { return next; }
-    /// Lets that many missing bytes pass as zeros, for encoders that leave out the last bytes.
-    void Tolerate(std::size_t missing) { grace = missing; }
 
     bool Bit(AdaptiveBit& model) {
         const std::uint32_t zero = model.ZeroShare() * (length >> AdaptiveBit::kPrecision);
@@ -65,11 +64,15 @@ class ArithmeticDecoder {
   private:
     static constexpr unsigned int kBitsAtOnce = 19;
 
+    /// Only a damaged code lies outside its interval. Inside, no place is above the last symbol's share.
+    void StayInside() { place = std::min(place, length - 1); }
+
     std::uint32_t Alike(unsigned int count) {
         length >>= count;
         const std::uint32_t most = (1u << count) - 1;
         const std::uint32_t value = std::min(place / length, most);
         place -= value * length;
+        StayInside();
         Refill();
         return value;
     }
@@ -85,17 +88,16 @@ class ArithmeticDecoder {
     static std::uint32_t AheadAtEnd(const std::uint8_t* bytes, std::size_t size, std::size_t next);
 
     void Refill() {
-        const std::uint32_t missing =
-            (length < 1u << 24 ? 1u : 0u) + (length < 1u << 16 ? 1u : 0u) + (length < 1u << 8 ? 1u : 0u);
-        place = static_cast<std::uint32_t>((std::uint64_t{place} << 32 | Ahead()) << (8 * missing) >> 32);
-        length <<= 8 * missing;
-        next += missing;
+        // Without a branch, since none could be foreseen.
+        const auto missingBits = static_cast<unsigned int>(std::countl_zero(length)) & 24u;
+        place = static_cast<std::uint32_t>((std::uint64_t{place} << 32 | Ahead()) << missingBits >> 32);
+        length <<= missingBits;
+        next += missingBits / 8;
     }
 
     const std::uint8_t* bytes = nullptr;
     std::size_t size = 0;
     std::size_t next = 0;
-    std::size_t grace = 0;
     std::uint32_t place = 0;
     std::uint32_t length = 0xffffffffu;
 };

@@ -21,12 +21,12 @@ constexpr std::uint64_t kUnlimited = std::numeric_limits<std::uint64_t>::max();
 /// Walks from chunk to chunk: by the table where there is one, else each chunk begins where the last one ended.
 class CompressedPoints final : public PointSource {
   public:
-    CompressedPoints(ByteView file, std::uint64_t firstChunk, const LazLayout& lazLayout,
+    CompressedPoints(ByteView file, std::uint64_t firstChunk, std::size_t pointRecordLength, const LazLayout& lazLayout,
                      std::optional<std::vector<LazChunk>> table)
         : bytes(file),
           next(firstChunk),
+          recordLength(pointRecordLength),
           layout(lazLayout),
-          decoder(layout.IsLayered() ? MakeLayeredDecoder(layout) : MakePointWiseDecoder(layout)),
           hasTable(table.has_value()) {
         if (table) chunks = std::move(*table);
         capacity = bytes.size() - std::min<std::uint64_t>(bytes.size(), next);
@@ -61,18 +61,25 @@ class CompressedPoints final : public PointSource {
             if (index == chunks.size()) return false;
             const LazChunk& chunk = chunks[index++];
             left = chunk.points;
-            return left == 0 || decoder->Begin(detail::BytesAt(bytes, chunk.offset, chunk.size));
+            return left == 0 || Decode(detail::BytesAt(bytes, chunk.offset, chunk.size));
         }
-        if (begun) next += decoder->Used();
-        begun = true;
-        if (!decoder->Begin(detail::BytesFrom(bytes, next))) return false;
+        if (decoder) next += decoder->Used();
+        if (!Decode(detail::BytesFrom(bytes, next))) return false;
         left =
             layout.compressor == LazLayout::kPointWise ? kUnlimited : decoder->Announced().value_or(layout.chunkSize);
         return left > 0;
     }
 
+    bool Decode(ByteView chunk) {
+        // Before anything is made for records of a length that is perhaps a lie.
+        if (chunk.size() < recordLength) return false;
+        if (!decoder) decoder = layout.IsLayered() ? MakeLayeredDecoder(layout) : MakePointWiseDecoder(layout);
+        return decoder->Begin(chunk);
+    }
+
     ByteView bytes;
-    std::uint64_t next;  // where the next chunk begins, without a table
+    std::uint64_t next;        // where the next chunk begins, without a table
+    std::size_t recordLength;  // bytes
     LazLayout layout;
     std::unique_ptr<ChunkDecoder> decoder;
     bool hasTable;
@@ -80,7 +87,6 @@ class CompressedPoints final : public PointSource {
     std::size_t index = 0;
     std::uint64_t capacity = 0;
     std::uint64_t left = 0;  // points of the present chunk
-    bool begun = false;
     bool ended = false;
 };
 
@@ -98,7 +104,7 @@ std::unique_ptr<PointSource> OpenCompressedPoints(ByteView file, const LASheader
         // Only a layered chunk tells itself how many points it has.
         if (!table && layout.HasVariableChunks() && !layout.IsLayered()) return nullptr;
     }
-    return std::make_unique<CompressedPoints>(file, first, layout, std::move(table));
+    return std::make_unique<CompressedPoints>(file, first, header.point_data_record_length, layout, std::move(table));
 }
 
 }  // namespace zorv::las

@@ -29,7 +29,13 @@ class IntegerDecoder {
   private:
     static constexpr unsigned int kUpperBits = 8;
 
-    std::uint32_t Correction(ArithmeticDecoder& decoder, unsigned int context) {
+    std::uint32_t Correction(ArithmeticDecoder& outer, unsigned int context) {
+        ArithmeticDecoder decoder = outer;  // a copy lives in registers
+        const std::uint32_t correction = CorrectionFrom(decoder, context);
+        outer = decoder;
+        return correction;
+    }
+    std::uint32_t CorrectionFrom(ArithmeticDecoder& decoder, unsigned int context) {
         AdaptiveSymbols<33>& length = lengths[context];
         if (!length.IsBegun()) length.Begin(width + 1);
         const std::uint32_t bits = decoder.Symbol(length);

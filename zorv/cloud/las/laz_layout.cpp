@@ -1,5 +1,6 @@
 #include "zorv/cloud/las/laz_layout.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace zorv::las {
@@ -52,6 +53,11 @@ bool IsKnown(const LazItem& item, bool layered) {
     return false;
 }
 
+bool Holds(const LazLayout& layout, std::uint16_t type) {
+    return std::any_of(layout.items.begin(), layout.items.end(),
+                       [=](const LazItem& item) { return item.type == type; });
+}
+
 }  // namespace
 
 bool ReadLazLayout(ByteView file, const LASheader& header, LazLayout& layout) {
@@ -69,7 +75,7 @@ bool ReadLazLayout(ByteView file, const LASheader& header, LazLayout& layout) {
     for (std::uint64_t at = kItemsAt; at < kItemsAt + kItemSize * count; at += kItemSize) {
         const LazItem item{NumberAt<std::uint16_t>(record, at), NumberAt<std::uint16_t>(record, at + 2),
                            NumberAt<std::uint16_t>(record, at + 4)};
-        if (!IsKnown(item, layout.IsLayered())) return false;
+        if (!IsKnown(item, layout.IsLayered()) || Holds(layout, item.type)) return false;
         recordLength += item.size;
         layout.items.push_back(item);
     }

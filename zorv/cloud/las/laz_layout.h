@@ -42,7 +42,8 @@ struct LazLayout {
 };
 
 /// Finds and reads the record of the compressor among the variable length records. False when it is missing or names
-/// compressors, groups, versions or sizes that do not go together or do not fit the record length.
+/// compressors, groups, versions or sizes that do not go together or do not fit the record length. Each group occurs
+/// once.
 bool ReadLazLayout(detail::ByteView file, const LASheader& header, LazLayout& layout);
 
 }  // namespace zorv::las

@@ -8,18 +8,6 @@ namespace {
 
 using detail::LoadNumber;
 
-// The context of a return: which one of how many, alike ones together. Indexed by their number, then by the return's.
-constexpr std::uint8_t kReturnContext[16][16] = {
-    {0, 1, 2, 3, 4, 5, 3, 4, 4, 5, 5, 5, 5, 5, 5, 5}, {1, 0, 1, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3},
-    {2, 1, 2, 4, 4, 4, 4, 4, 4, 4, 4, 3, 3, 3, 3, 3}, {3, 3, 4, 5, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4},
-    {4, 3, 4, 4, 5, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4}, {5, 3, 4, 4, 4, 5, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4},
-    {3, 3, 4, 4, 4, 4, 5, 4, 4, 4, 4, 4, 4, 4, 4, 4}, {4, 3, 4, 4, 4, 4, 4, 5, 4, 4, 4, 4, 4, 4, 4, 4},
-    {4, 3, 4, 4, 4, 4, 4, 4, 5, 4, 4, 4, 4, 4, 4, 4}, {5, 3, 4, 4, 4, 4, 4, 4, 4, 5, 4, 4, 4, 4, 4, 4},
-    {5, 3, 4, 4, 4, 4, 4, 4, 4, 4, 5, 4, 4, 4, 4, 4}, {5, 3, 3, 4, 4, 4, 4, 4, 4, 4, 4, 5, 5, 4, 4, 4},
-    {5, 3, 3, 4, 4, 4, 4, 4, 4, 4, 4, 5, 5, 5, 4, 4}, {5, 3, 3, 4, 4, 4, 4, 4, 4, 4, 4, 4, 5, 5, 5, 4},
-    {5, 3, 3, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 5, 5, 5}, {5, 3, 3, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 5, 5},
-};
-
 // Bits of the symbol that tells what has changed; the lowest two are about the return number.
 enum Changes : std::uint32_t {
     kReturnNumber = 3,
@@ -175,7 +163,7 @@ void Point14Decoder::Next(Layers& layers, LASpoint& point) {
     const unsigned int count = channel->returns;
     const unsigned int single = count == 1 ? 1 : 0;
     const unsigned int newTime = timeIsNew ? 1 : 0;
-    channel->DecodeXy(decoder, 2u * kReturnContext[count][number] + newTime, single);
+    channel->DecodeXy(decoder, 2u * kReturnContext14[count][number] + newTime, single);
     layers.xy = decoder;
     if (layers.hasZ) {
         const unsigned int bits = (channel->x.CorrectionBits() + channel->y.CorrectionBits()) / 2;

@@ -12,7 +12,7 @@ namespace zorv::las {
 /// How many of `16 * kBlocks` ascending numbers are not above the limit. Looks at all of them at once, since the
 /// branches of a search could not be foreseen. At most 64 numbers.
 template <int kBlocks>
-unsigned int CountUpTo(const std::int16_t* sorted, std::int16_t limit) {
+inline unsigned int CountUpTo(const std::int16_t* sorted, std::int16_t limit) {
     static_assert(kBlocks >= 1 && kBlocks <= 4);
 #ifdef __SSE2__
     const __m128i limits = _mm_set1_epi16(limit);
