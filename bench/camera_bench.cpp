@@ -1,5 +1,6 @@
-// The inverse table of a camera: its making on one core and on two, its look-ups beside a bare bilinear look-up in a
-// table of the same size; and Adjust over a list beside the same arithmetic on arrays.
+// The inverse table of a camera: its making on one core and on all, its look-ups beside a bare bilinear look-up in a
+// table of the same size and beside OpenCV's iteration to the same residual; and Adjust over a list beside the same
+// arithmetic on arrays.
 
 #include <cmath>
 #include <memory>
@@ -10,6 +11,10 @@
 
 #if defined(__linux__)
 #include <sched.h>
+#endif
+
+#ifdef ZORV_HAVE_OPENCV
+#include <opencv2/calib3d.hpp>
 #endif
 
 #include "zorv/photo/camera.h"
@@ -57,9 +62,10 @@ Points ScannedPoints(int side) {
     return points;
 }
 
+constexpr double kTolerance = 2 * kReach / (kNodes - 1) / 20;  // mm
+
 /// The table interpolates each axis by itself, which leaves a small part of its step where the distortion bends.
 bool IsInverse(const ZoCamera& camera, double x, double y) {
-    constexpr double kTolerance = 2 * kReach / (kNodes - 1) / 20;
     double rawX = x;
     double rawY = y;
     return camera.InvAdjust(&rawX, &rawY) && camera.Adjust(&rawX, &rawY) && std::hypot(rawX - x, rawY - y) < kTolerance;
@@ -195,6 +201,35 @@ void ScanInvAdjust(benchmark::State& state) {
     InvAdjust(state, Scanned());
 }
 BENCHMARK(ScanInvAdjust)->Unit(benchmark::kMillisecond);
+
+#ifdef ZORV_HAVE_OPENCV
+/// With s = 1 + a1 r0^2 + a2 r0^4 the formula is s x (1 - a1/s r^2 - a2/s r^4): a lens of OpenCV with focal length s.
+void RandomOpenCv(benchmark::State& state) {
+    constexpr int kPart = 20000;
+    const ZoCamera camera = WideAngle();
+    const double r02 = camera.r0 * camera.r0;
+    const double s = 1.0 + camera.a1 * r02 + camera.a2 * r02 * r02;
+    const cv::Matx33d matrix(s, 0, 0, 0, s, 0, 0, 0, 1);
+    const cv::Vec4d distortion(-camera.a1 / s, -camera.a2 / s, 0, 0);
+    const cv::TermCriteria untilConverged(cv::TermCriteria::COUNT | cv::TermCriteria::EPS, 50, kTolerance);
+    std::vector<cv::Point2d> points;
+    for (std::size_t k = 0; k < kPart; ++k)
+        points.emplace_back(Random().x[k], Random().y[k]);
+    std::vector<cv::Point2d> raw;
+    for (auto _ : state) {
+        cv::undistortPoints(points, raw, matrix, distortion, cv::noArray(), cv::noArray(), untilConverged);
+        benchmark::DoNotOptimize(raw.data());
+    }
+    for (std::size_t k = 0; k < kPart; k += 101) {
+        double x = raw[k].x + camera.xh;
+        double y = raw[k].y + camera.yh;
+        camera.Adjust(&x, &y);
+        if (std::hypot(x - points[k].x, y - points[k].y) > kTolerance) state.SkipWithError("another lens");
+    }
+    state.SetItemsProcessed(state.iterations() * kPart);
+}
+BENCHMARK(RandomOpenCv)->Unit(benchmark::kMillisecond);
+#endif
 
 /// The formula of a classic camera on arrays.
 void AdjustArrayFloor(benchmark::State& state) {

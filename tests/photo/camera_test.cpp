@@ -3,8 +3,6 @@
 #include "tests/support/recorded_host.h"
 #include <gtest/gtest.h>
 
-#include "zorv/photo/camera_list.h"
-
 namespace {
 
 ZoCamera Classic() {
@@ -16,12 +14,9 @@ TEST(Camera, NewOnesAreEmptyAndClassic) {
     EXPECT_TRUE(empty.IsOldZorv());
     EXPECT_FALSE(empty.IsValid());
     EXPECT_EQ(empty.rmax, 0.0);
-    EXPECT_EQ(empty.libAutoFlags, 0);
-    EXPECT_EQ(empty.GetCamPair(), nullptr);
     const ZoCamera classic = Classic();
     EXPECT_TRUE(classic.IsValid());
     EXPECT_EQ(classic.GetName(), L"Distagon \u00e4");
-    EXPECT_EQ(classic.r0, 9.0);
     EXPECT_EQ(classic.rmax, 0.0);
     EXPECT_EQ(ZoCamera(1, 0, 0, 0, 0, 0, 0, nullptr).GetName(), L"");
 }
@@ -96,15 +91,6 @@ TEST(Camera, CopiesHaveAPairOfTheirOwn) {
     EXPECT_TRUE(copy.Adjust(&x, &y)) << "which goes before the mode";
     copy.DeleteCamPair();
     EXPECT_EQ(copy.GetCamPair(), nullptr);
-}
-
-TEST(Camera, ListsSortDescendingById) {
-    ZoCameraList list;
-    for (const unsigned int id : {2u, 9u, 4u})
-        list.Add(ZoCamera(id, 1, 0, 0, 0, 0, 0, ""));
-    list.Sort();
-    EXPECT_EQ(list.First()->GetId(), 9u);
-    EXPECT_EQ(list.Last()->GetId(), 2u);
 }
 
 TEST(Camera, DebugLineNamesTheGeneration) {
