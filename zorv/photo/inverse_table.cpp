@@ -22,7 +22,7 @@ double ReachOf(const ZoCamera& camera) {
     return camera.IsTs15() ? kInstrumentReach : 0.0;
 }
 
-int Processors() {
+[[maybe_unused]] int Processors() {
 #ifdef _OPENMP
     return omp_get_num_procs();
 #else
@@ -97,7 +97,7 @@ ZoInvAdjustTable::ZoInvAdjustTable(const ZoCamera& camera, double reach)
       c(camera.c),
       halfSide(reach),
       distortion(camera.IsOldZorv() || camera.IsTs15() ? camera : ZoCamera()) {
-    constexpr double kMiddle = kLastCell / 2;
+    constexpr double kMiddle = 0.5 * kLastCell;
     ZoMatrix scale(3, 3);
     ZoMatrix shift(3, 3);
     scale.SetIdent();
@@ -198,9 +198,8 @@ void ZoInvAdjustTable::FillSquares() {
             const double y = row / coarseScale - halfSide;
             const Bounds bounds = BoundsOfSquare(column, row);
             const Cell cell = Walk(Bisect(bounds, x, y), x, y);
-            squares[static_cast<std::size_t>(column * kCorners + row)] = {
-                static_cast<float>(cell.i - 1 + PlaceIn(ExtentX(cell), x)),
-                static_cast<float>(cell.j - 1 + PlaceIn(ExtentY(cell), y)), bounds};
+            squares[SquareIndex(column, row)] = {static_cast<float>(cell.i - 1 + PlaceIn(ExtentX(cell), x)),
+                                                 static_cast<float>(cell.j - 1 + PlaceIn(ExtentY(cell), y)), bounds};
         }
     }
 }
@@ -280,7 +279,7 @@ bool ZoInvAdjustTable::Invert(double* x, double* y) const {
     const double v = (*y + halfSide) * coarseScale;
     const int column = std::min(static_cast<int>(u), kCoarse - 1);
     const int row = std::min(static_cast<int>(v), kCoarse - 1);
-    const Square* square = &squares[static_cast<std::size_t>(column * (kCoarse + 1) + row)];
+    const Square* square = &squares[SquareIndex(column, row)];
 
     Cell cell = Guess(square, static_cast<float>(u - column), static_cast<float>(v - row));
     double inX = PlaceIn(ExtentX(cell), *x);

@@ -87,6 +87,9 @@ class ZoInvAdjustTable {
     std::size_t Index(Cell cell) const {
         return static_cast<std::size_t>(cell.i) * kNodes + static_cast<std::size_t>(cell.j);
     }
+    static std::size_t SquareIndex(int column, int row) {
+        return static_cast<std::size_t>(column) * (kCoarse + 1) + static_cast<std::size_t>(row);
+    }
     Node NodeAt(int i, int j) const;
     Interval ExtentX(Cell cell) const { return {nodes[Index(cell) - kNodes].x, nodes[Index(cell)].x}; }
     Interval ExtentY(Cell cell) const { return {nodes[Index(cell) - 1].y, nodes[Index(cell)].y}; }
