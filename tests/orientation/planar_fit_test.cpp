@@ -204,6 +204,7 @@ TEST(PlanarResiduals, AreStoredAndSummed) {
     EXPECT_TRUE(single->residualX == 0.0 && single->IsFlagSet(0x20) == 0);
 
     first->x = kNaN;  // exceeds nothing and lies within nothing
+    first->ClearFlag(0x20);
     double maxX = 9.0;
     double maxY = 9.0;
     int within = 9;
@@ -211,7 +212,7 @@ TEST(PlanarResiduals, AreStoredAndSummed) {
     fit.CalcResiduals(maxX, maxY, within, -0.5, nullptr);
     EXPECT_NEAR(maxX, -0.7973757702025799, 1e-12);
     EXPECT_NEAR(maxY, -0.5520274613236402, 1e-12);
-    EXPECT_TRUE(within == 6 && first->residualY == 0.0 && fit.GetMaxError() == 3);
+    EXPECT_TRUE(within == 6 && first->residualY == 0.0 && first->IsFlagSet(0x20) != 0 && fit.GetMaxError() == 3);
     const ZoPointList none;
     fit.CalcResiduals(maxX, maxY, within, 1.0, &none);
     EXPECT_TRUE(maxX == 0.0 && maxY == 0.0 && within == 0 && fit.GetResidualY() == 0.0);

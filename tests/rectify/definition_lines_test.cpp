@@ -113,8 +113,8 @@ TEST_F(DefinitionLines, TextReadsBack) {
     definition.MakeConstraintDef(1, 2, kParallel);
     std::ostringstream text;
     definition.Write(text);
-    EXPECT_TRUE(
-        text.str().starts_with("DEFLINE         {          1          1          2          1 0.10000000000000001}\n"))
+    EXPECT_TRUE(text.str().starts_with(
+        "DEFLINE         {          1           1           2           1  0.10000000000000001}\n"))
         << text.str();
 
     ZoElspParallelDef back(&points);

@@ -14,7 +14,7 @@ class ZoRegion;
 /// Only x and y count. All pairs have weight 1. The lists stay with the caller.
 class ZORV_API ZoCalcTrafo2D : public ZoTrafo2d {
   public:
-    /// Flag of a point that took part in CalcResiduals.
+    /// Flag of a point that took part in CalcResiduals. No form of it clears the flag.
     static constexpr int kHasResidual = 0x20;
 
     ZoCalcTrafo2D() = default;
@@ -52,8 +52,9 @@ class ZORV_API ZoCalcTrafo2D : public ZoTrafo2d {
     /// residuals 0, and sets the RMS residuals and the worst point. Null stands for the source points of the object.
     /// Always true.
     bool CalcResiduals(ZoPointList* list);
-    /// Sets the RMS residuals and tells the greatest residual and the number of residuals shorter than the limit. The
-    /// residuals in the points become 0. Null stands for the source points of the object.
+    /// Sets the RMS residuals and tells the greatest residual (0, 0 when there is none) and the number of residuals
+    /// shorter than the limit. The worst point stays. Although the list is const, the residuals in its points become 0
+    /// and those that have a partner get kHasResidual. Null stands for the source points of the object.
     void CalcResiduals(double& maxX, double& maxY, int& countWithin, double limit, const ZoPointList* list);
 
     /// The transformation that suits the number of points. Null stands for the source points of the object.

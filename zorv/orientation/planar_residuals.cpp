@@ -23,7 +23,8 @@ struct ResidualSums {
     int count = 0;
 };
 
-/// Sets the residuals of all points to 0 and gives `take` each point that has a partner, with its residuals.
+/// Sets the residuals of all points to 0, flags each point that has a partner and gives it to `take`, with what its
+/// residuals are.
 template <class Take>
 ResidualSums WalkResiduals(const ZoTrafo2d& trafo, const ZoPointList& list, ZoPointList* targets, Take take) {
     zorv::detail::PartnerFinder partners(targets);
@@ -39,6 +40,7 @@ ResidualSums WalkResiduals(const ZoTrafo2d& trafo, const ZoPointList& list, ZoPo
         const double rx = x - partner->x;
         const double ry = y - partner->y;
         sums.Add(rx, ry);
+        point->SetFlag(ZoCalcTrafo2D::kHasResidual);
         take(*point, rx, ry);
     }
     return sums;
@@ -53,7 +55,6 @@ bool ZoCalcTrafo2D::CalcResiduals(ZoPointList* list) {
     const ResidualSums sums = WalkResiduals(*this, *points, ppList, [&](ZoPoint& point, double rx, double ry) {
         point.residualX = rx;
         point.residualY = ry;
-        point.SetFlag(kHasResidual);
         const double squared = rx * rx + ry * ry;
         if (squared > greatest) {
             greatest = squared;

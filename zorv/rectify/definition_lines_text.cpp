@@ -14,6 +14,7 @@ namespace {
 
 using zorv::detail::FieldWidth;
 using zorv::detail::kExactDigits;
+using zorv::detail::RecordText;
 
 /// id, an empty name, flags, then the fields.
 constexpr std::size_t kSmallestLine = 4 + 2 + 4 + 2 * 4 + 8 + 4 + 2 * 8;
@@ -36,9 +37,9 @@ int ZoElspDefLine::Read(ZoReaderObject* object) {
 }
 
 std::ostream& ZoElspDefLine::Write(std::ostream& stream) const {
-    zorv::detail::RecordText text;
-    text.Field(FieldWidth::w8, id).Field(FieldWidth::w8, id1).Field(FieldWidth::w8, id2);
-    text.Field(FieldWidth::w8, xAxis).Field(FieldWidth::w8, distance, kExactDigits);
+    RecordText text;
+    text.Field(FieldWidth::w8, id).Char(' ').Field(FieldWidth::w8, id1).Char(' ').Field(FieldWidth::w8, id2);
+    text.Char(' ').Field(FieldWidth::w8, xAxis).Char(' ').Field(FieldWidth::w8, distance, kExactDigits);
     text.WriteTo(stream);
     return stream;
 }
@@ -74,9 +75,9 @@ int ZoElspDefLineConstraint::Read(ZoReaderObject* object) {
 }
 
 std::ostream& ZoElspDefLineConstraint::Write(std::ostream& stream) const {
-    zorv::detail::RecordText text;
-    text.Field(FieldWidth::w8, id1).Field(FieldWidth::w8, id2);
-    text.Field(FieldWidth::w8, static_cast<int>(type)).Field(FieldWidth::w8, value, kExactDigits);
+    RecordText text;
+    text.Field(FieldWidth::w8, id1).Char(' ').Field(FieldWidth::w8, id2).Char(' ');
+    text.Field(FieldWidth::w8, static_cast<int>(type)).Char(' ').Field(FieldWidth::w8, value, kExactDigits);
     text.WriteTo(stream);
     return stream;
 }
