@@ -7,6 +7,7 @@
 #include "zorv/core/link.h"
 #include "zorv/core/reader.h"
 #include "zorv/core/reader_object.h"
+#include "zorv/core/shaped_value.h"
 
 namespace zorv::detail {
 
@@ -44,6 +45,12 @@ class BlockKeywords {
     template <class T>
     BlockKeywords& Record(const char* keyword, T& record) {
         return Call(keyword, [&record](ZoReaderObject* value) { record.Read(value); });
+    }
+
+    /// The same for a matrix or vector of a fixed shape, which stays when the value has another.
+    template <class T>
+    BlockKeywords& Shaped(const char* keyword, T& target) {
+        return Call(keyword, [&target](ZoReaderObject* value) { ReadShaped(target, value); });
     }
 
     /// Reads up to the end of the block.

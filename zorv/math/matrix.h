@@ -48,6 +48,12 @@ class ZORV_API ZoMatrix {
         std::copy_n(other.data, &other == this ? 0 : std::min(Count(), other.Count()), data);
         return *this;
     }
+    /// The same for a matrix of the same shape only; false, and nothing changes, for another.
+    bool AssignSameShape(const ZoMatrix& other) {
+        if (rows != other.rows || cols != other.cols) return false;
+        *this = other;
+        return true;
+    }
     /// Takes shape and values, row by row.
     void Set(const double* values, int lines, int columns);
 

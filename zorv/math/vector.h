@@ -59,6 +59,13 @@ class ZORV_API ZoVector {
         return *this;
     }
 
+    /// The same for a vector of the same size only; false, and nothing changes, for another.
+    bool AssignSameShape(const ZoVector& other) {
+        if (size != other.size) return false;
+        *this = other;
+        return true;
+    }
+
     int GetSize() const { return size; }
     double& operator[](int i) { return data[i - 1]; }
     double operator[](int i) const { return data[i - 1]; }

@@ -1,6 +1,7 @@
 // The archive forms of a photo and of the list of photos.
 
 #include "zorv/core/archive_list.h"
+#include "zorv/core/shaped_value.h"
 #include "zorv/photo/photo.h"
 #include "zorv/photo/photo_list.h"
 
@@ -30,12 +31,8 @@ void ZoPhoto::ReadV9(CZipWrapper* archive) {
     preTrafo.ReadV9(archive);
     mainTrafo.ReadV9(archive);
     polyInvTrafo.ReadV9(archive);
-    ZoMatrix rotationRead(rotAOR);
-    rotationRead.ReadV9(archive);
-    if (rotationRead.rows == 3 && rotationRead.cols == 3) rotAOR = rotationRead;
-    ZoVector positionRead(posAOR);
-    positionRead.ReadV9(archive);
-    if (positionRead.GetSize() == 3) posAOR = positionRead;
+    zorv::detail::ReadShaped(rotAOR, archive);
+    zorv::detail::ReadShaped(posAOR, archive);
     elspList.ReadV9(archive);
     archive->ReadValue(lastElspId);
     archive->ReadValue(digPictPage);

@@ -21,7 +21,7 @@ void ZoPhoto::SetPosAOR(double x, double y, double z) {
 }
 
 void ZoPhoto::SetRotAOR(const ZoMatrix& rotation3) {
-    if (rotation3.rows == 3 && rotation3.cols == 3) rotAOR = rotation3;
+    rotAOR.AssignSameShape(rotation3);
     fieldOfView.valid = false;
 }
 

@@ -3,15 +3,15 @@
 #include <ostream>
 
 #include "zorv/core/block_keywords.h"
+#include "zorv/core/block_writer.h"
 #include "zorv/core/number_format.h"
-#include "zorv/core/record_text.h"
 #include "zorv/core/string_tools.h"
-#include "zorv/core/text_writer.h"
 #include "zorv/photo/photo.h"
 
 namespace {
 
 using zorv::detail::BlockKeywords;
+using zorv::detail::BlockWriter;
 
 /// Page and rotation of the image file as the fields 2 and 3 of a text in an older spelling; the page counted from 0.
 void TakeUserData(const std::string& text, std::int32_t& page, std::int32_t& turn) {
@@ -22,56 +22,6 @@ void TakeUserData(const std::string& text, std::int32_t& page, std::int32_t& tur
     turn = zorv::detail::ParseInt(fields[2]);
     if (turn == kOldThreeQuarters) turn = 0;
 }
-
-/// Takes what a block holds when it has the shape of the target.
-void ReadMatrix(ZoReaderObject* object, ZoMatrix& target) {
-    ZoMatrix m(target);
-    m.Read(object);
-    if (m.rows == target.rows && m.cols == target.cols) target = m;
-}
-
-void ReadVector(ZoReaderObject* object, ZoVector& target) {
-    ZoVector v(target);
-    v.Read(object);
-    if (v.GetSize() == target.GetSize()) target = v;
-}
-
-/// Writes the keywords of a block.
-class BlockWriter {
-  public:
-    explicit BlockWriter(std::ostream& target) : stream(target) {}
-
-    void Value(const char* keyword, const std::wstring& text) {
-        zorv::detail::RecordText quoted;
-        Keyword(keyword) << ' ';
-        quoted.Quoted(text).WriteTo(stream);
-        stream << Zoendl;
-    }
-    void Value(const char* keyword, double number) {
-        zorv::detail::RecordText text;
-        Keyword(keyword) << ' ';
-        text.Number(number, zorv::detail::kExactDigits).WriteTo(stream);
-        stream << Zoendl;
-    }
-    void Value(const char* keyword, std::int32_t number) { Keyword(keyword) << w4 << number << Zoendl; }
-    void Value(const char* keyword, std::uint32_t number) { Keyword(keyword) << w4 << number << Zoendl; }
-    void Value(const char* keyword, bool on) { Value(keyword, on ? 1 : 0); }
-    template <class Write>
-    void Block(const char* keyword, Write write) {
-        Keyword(keyword) << w4 << ZoBeginBlockNL;
-        write(stream);
-        stream << ZoEndBlockNL << Zoendl;
-    }
-    template <class T>
-    void Record(const char* keyword, const T& record) {
-        Block(keyword, [&record](std::ostream& out) { record.Write(out); });
-    }
-
-  private:
-    std::ostream& Keyword(const char* keyword) { return stream << s12 << keyword; }
-
-    std::ostream& stream;
-};
 
 }  // namespace
 
@@ -106,8 +56,8 @@ int ZoPhoto::Read(ZoReaderObject* object) {
         .Value("SCALE", &scale)
         .Value("ORIENTED", &hasAOR)
         .Record("DIGIREGION", digiRegion)
-        .Call("AORM", [this](ZoReaderObject* value) { ReadMatrix(value, rotAOR); })
-        .Call("AORV", [this](ZoReaderObject* value) { ReadVector(value, posAOR); })
+        .Shaped("AORM", rotAOR)
+        .Shaped("AORV", posAOR)
         .Value("TPS_SETUP_ID", &tpsSetupId)
         .Record("CAMERA", camera)
         .Call("CAMDATA", [this](ZoReaderObject* value) { camera.ReadFullData(value); })

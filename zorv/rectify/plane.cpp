@@ -7,6 +7,7 @@
 #include "zorv/core/archive.h"
 #include "zorv/core/lenient_number.h"
 #include "zorv/core/reader_object.h"
+#include "zorv/core/shaped_value.h"
 #include "zorv/core/text_writer.h"
 
 namespace {
@@ -102,9 +103,7 @@ std::ostream& ZoPlane::Write(std::ostream& stream) const {
 void ZoPlane::ReadV9(CZipWrapper* archive) {
     ZoObject::ReadV9(archive);
     ZoFlag::ReadV9(archive);
-    ZoVector normal(norm);
-    normal.ReadV9(archive);
-    if (normal.GetSize() == norm.GetSize()) norm = normal;
+    zorv::detail::ReadShaped(norm, archive);
     archive->ReadValue(d);
 }
 

@@ -1,15 +1,5 @@
 #include "zorv/rectify/rectification.h"
 
-#include "zorv/math/region.h"
-
-namespace {
-
-bool HasShape(const ZoMatrix& m, const ZoMatrix& like) {
-    return m.rows == like.rows && m.cols == like.cols;
-}
-
-}  // namespace
-
 ZoElspTrafo::ZoElspTrafo() {
     for (ZoMatrix* m : {&elspMat, &transMat, &invElspMat, &invTransMat})
         m->SetIdent();
@@ -59,15 +49,11 @@ bool ZoElspTrafo::SwitchFlag(int mask, bool on) {
 }
 
 void ZoElspTrafo::SetElspMat(const ZoMatrix& m) {
-    if (!HasShape(m, elspMat)) return;
-    elspMat = m;
-    invValid = false;
+    if (elspMat.AssignSameShape(m)) invValid = false;
 }
 
 void ZoElspTrafo::SetTransMat(const ZoMatrix& m) {
-    if (!HasShape(m, transMat)) return;
-    transMat = m;
-    invValid = false;
+    if (transMat.AssignSameShape(m)) invValid = false;
 }
 
 bool ZoElspTrafo::Transform(const ZoPoint* in, ZoPoint* out) const {

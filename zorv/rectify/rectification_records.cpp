@@ -4,8 +4,7 @@
 
 #include "zorv/core/archive_list.h"
 #include "zorv/core/block_keywords.h"
-#include "zorv/core/record_text.h"
-#include "zorv/core/text_writer.h"
+#include "zorv/core/block_writer.h"
 #include "zorv/rectify/rectification.h"
 
 namespace {
@@ -19,29 +18,6 @@ const TZoFormatTable<eZoPointRWMask>& OldPointColumns() {
     static const eZoPointRWMask kinds[] = {eZoRWX, eZoRWY, eZoRWEnd};
     static const TZoFormatTable<eZoPointRWMask> table(kinds);
     return table;
-}
-
-/// Reads a matrix by either form; one of another shape is dropped.
-template <class Read>
-void TakeMatrix(ZoMatrix& m, Read read) {
-    ZoMatrix taken(m);
-    read(taken);
-    if (taken.rows == m.rows && taken.cols == m.cols) m = taken;
-}
-
-void ReadMatrix(ZoReaderObject* object, ZoMatrix& m) {
-    TakeMatrix(m, [object](ZoMatrix& taken) { taken.Read(object); });
-}
-
-std::ostream& WriteBool(std::ostream& stream, const char* keyword, bool value) {
-    return stream << s12 << keyword << w4 << (value ? 1 : 0) << Zoendl;
-}
-
-template <class Record>
-std::ostream& WriteBlock(std::ostream& stream, const char* keyword, const Record& record) {
-    stream << s12 << keyword << w4 << ZoBeginBlockNL;
-    record.Write(stream);
-    return stream << ZoEndBlockNL << Zoendl;
 }
 
 }  // namespace
@@ -58,8 +34,8 @@ int ZoElspTrafo::Read(ZoReaderObject* object) {
         .Value("ACTIV", &active)
         .Record("DISTORTION", distortCamera)
         .Value("REGIONACTIV", &regionActive)
-        .Call("ELSPTRAFO", [this](ZoReaderObject* value) { ReadMatrix(value, elspMat); })
-        .Call("TRAFO3D", [this](ZoReaderObject* value) { ReadMatrix(value, transMat); })
+        .Shaped("ELSPTRAFO", elspMat)
+        .Shaped("TRAFO3D", transMat)
         .Record("DEFPOINTS", ppList)
         .Record("MEASPOINTS", bikoList)
         .Record("VALIDREGION", region)
@@ -84,7 +60,7 @@ int ZoElspTrafo::ReadV50(ZoReaderObject* object) {
     for (const auto& [row, column] : kElements)
         in >> elspMat[row][column];
     elspMat[3][3] = 1.0;
-    ReadInBraces(object, [&] { ReadMatrix(object, transMat); });
+    ReadInBraces(object, [&] { zorv::detail::ReadShaped(transMat, object); });
     ReadInBraces(object, [&] { region.Read(object); });
     for (int i = 0; i < kPoints; ++i)
         bikoList.AddPoint(ZoPoint(object, OldPointColumns()));
@@ -101,36 +77,33 @@ int ZoElspTrafo::ReadV50(ZoReaderObject* object) {
 }
 
 std::ostream& ZoElspTrafo::Write(std::ostream& stream) const {
-    stream << s12 << "ELSPID" << w4 << ZoBeginBlock;
-    ZoObject::Write(stream) << ZoEndBlock << Zoendl;
-    WriteBool(stream, "KAMERA", GetDistortCameraFlag());
-    WriteBool(stream, "ACTIV", IsActive());
-    WriteBool(stream, "REGIONACTIV", IsRegionActive());
-    stream << s12 << "DISTORTION" << w4 << ZoBeginBlock;
-    distortCamera.Write(stream) << ZoEndBlock << Zoendl;
-    WriteBlock(stream, "ELSPTRAFO", elspMat);
-    WriteBlock(stream, "TRAFO3D", transMat);
-    if (ppList.First()) WriteBlock(stream, "DEFPOINTS", ppList);
-    if (bikoList.First()) WriteBlock(stream, "MEASPOINTS", bikoList);
-    if (region.First()) WriteBlock(stream, "VALIDREGION", region);
-    if (parallelDef.HasData()) WriteBlock(stream, "PARALLELDEF", parallelDef);
+    zorv::detail::BlockWriter out(stream);
+    out.Record("ELSPID", static_cast<const ZoObject&>(*this));
+    out.Value("KAMERA", GetDistortCameraFlag());
+    out.Value("ACTIV", IsActive());
+    out.Value("REGIONACTIV", IsRegionActive());
+    out.Record("DISTORTION", distortCamera);
+    out.Record("ELSPTRAFO", elspMat);
+    out.Record("TRAFO3D", transMat);
+    if (ppList.First()) out.Record("DEFPOINTS", ppList);
+    if (bikoList.First()) out.Record("MEASPOINTS", bikoList);
+    if (region.First()) out.Record("VALIDREGION", region);
+    if (parallelDef.HasData()) out.Record("PARALLELDEF", parallelDef);
     return stream;
 }
 
 void ZoElspTrafo::ReadV9(CZipWrapper* archive) {
-    const auto readMatrix = [archive](ZoMatrix& m) {
-        TakeMatrix(m, [archive](ZoMatrix& taken) { taken.ReadV9(archive); });
-    };
+    using zorv::detail::ReadShaped;
     ZoObject::ReadV9(archive);
     ZoFlag::ReadV9(archive);
-    readMatrix(elspMat);
-    readMatrix(transMat);
+    ReadShaped(elspMat, archive);
+    ReadShaped(transMat, archive);
     ppList.ReadV9(archive);
     bikoList.ReadV9(archive);
     parallelDef.ReadV9(archive);
     region.ReadV9(archive);
-    readMatrix(invElspMat);
-    readMatrix(invTransMat);
+    ReadShaped(invElspMat, archive);
+    ReadShaped(invTransMat, archive);
     archive->ReadValue(invValid);
     archive->ReadValue(autoConnect);
     distortCamera.ReadV9(archive);
