@@ -15,3 +15,6 @@ pkg_check_modules(libdeflate IMPORTED_TARGET libdeflate)
 
 # Parallel loops; without it they run on one thread, with the same results.
 find_package(OpenMP)
+
+# Reads LAS and LAZ where it is installed; else the reader in zorv/cloud/las does.
+find_package(LASlib CONFIG QUIET)

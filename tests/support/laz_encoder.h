@@ -75,13 +75,18 @@ class ArithmeticEncoder {
     std::uint32_t length = 0xffffffffu;
 };
 
+/// The difference, wrapped around as the format does.
+inline std::int32_t Step(std::int32_t from, std::int32_t to) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from));
+}
+
 class IntegerEncoder {
   public:
     IntegerEncoder(unsigned int numberBits, unsigned int contexts)
         : width(numberBits), lengths(contexts, AdaptiveSymbols<33>(numberBits + 1)) {}
 
     void Encode(ArithmeticEncoder& encoder, std::int32_t prediction, std::int32_t value, unsigned int context) {
-        auto c = static_cast<std::int32_t>(static_cast<std::uint32_t>(value) - static_cast<std::uint32_t>(prediction));
+        std::int32_t c = Step(prediction, value);
         if (width == 16) c = static_cast<std::int16_t>(c);
         bits = static_cast<unsigned int>(std::bit_width(static_cast<std::uint32_t>(c <= 0 ? -std::int64_t{c} : c - 1)));
         encoder.Symbol(lengths[context], bits);
@@ -187,10 +192,10 @@ class ChunkEncoder {
         const unsigned int single = n == 1 ? 1 : 0;
         const unsigned int time = record.newTime ? 1 : 0;
         const unsigned int returnContext = 2u * kReturnContext14[n][r] + time;
-        const std::int32_t xStep = point.X - to.last.point.X;
+        const std::int32_t xStep = Step(to.last.point.X, point.X);
         to.x.Encode(xy, to.xSteps[returnContext].Get(), xStep, single);
         to.xSteps[returnContext].Add(xStep);
-        const std::int32_t yStep = point.Y - to.last.point.Y;
+        const std::int32_t yStep = Step(to.last.point.Y, point.Y);
         to.y.Encode(xy, to.ySteps[returnContext].Get(), yStep, single + std::min(to.x.bits / 2 * 2, 20u));
         to.ySteps[returnContext].Add(yStep);
         std::int32_t& height = to.heights[std::min(n > r ? n - r : r - n, 7u)];
