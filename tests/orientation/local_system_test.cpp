@@ -1,6 +1,7 @@
 #include "zorv/orientation/local_system.h"
 
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 #include "tests/support/archive_item.h"
@@ -91,6 +92,8 @@ TEST(LocalSystem, WhatCannotBeComputedIsTold) {
         return Definition(axis, ePlaneXY, scale, third);
     };
     const ZoScaleDef good{1, 2, 3.0};
+    ZoLokalSystemDef farAway = def(good);
+    farAway.z = std::numeric_limits<double>::infinity();
     const struct {
         const char* name;
         ZoLokalSystemDef def;
@@ -107,6 +110,7 @@ TEST(LocalSystem, WhatCannotBeComputedIsTold) {
         {"a distance that is no number", def({1, 2, std::nan("")}), 0.0, eTrafo3DBadScaleDef},
         {"a scale that is no number", def(good), std::nan(""), eTrafo3DBadScaleDef},
         {"no such axis", def(good, 3, 0), 1.0, eTrafo3DNoSolution},
+        {"given coordinates that are not finite", farAway, 1.0, eTrafo3DNoSolution},
     };
     ZoPointList room = Room();
     room.Add(RoomPoint(5, 0.1, 0, 0));
@@ -148,7 +152,6 @@ TEST(LocalSystem, DefinitionIsEdited) {
     ZoPointList room = Room();
     EXPECT_TRUE(def.Suggest(&room));
     EXPECT_EQ(def.id3, 1u);
-    EXPECT_TRUE(def.IsUsedInDef(3));
     def.SetInvalid();
     EXPECT_FALSE(def.IsUsedInDef(1) || def.IsUsedInDef(3));
     delete room.SubtractLast();
@@ -189,10 +192,6 @@ TEST(LocalSystem, ArchiveHoldsFiveDistances) {
     ZoLokalSystemDef back;
     EXPECT_EQ(ReadArchiveBytes(bytes, back), 0u);
     EXPECT_EQ(ArchiveBytes(back), bytes);
-    ZoLokalSystemDef cut;
-    ReadArchiveBytes(bytes.substr(0, 44), cut);
-    EXPECT_EQ(cut.y, -2);
-    EXPECT_EQ(cut.z, 0) << "the value that is cut off stays";
 }
 
 }  // namespace

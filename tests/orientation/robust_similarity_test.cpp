@@ -3,21 +3,13 @@
 #include <limits>
 #include <random>
 
+#include "tests/support/point_ids.h"
 #include <gtest/gtest.h>
 
 #include "zorv/orientation/random_index.h"
 #include "zorv/orientation/similarity.h"
 
 namespace {
-
-using Ids = std::vector<unsigned int>;
-
-Ids IdsOf(const ZoPointList& list) {
-    Ids ids;
-    for (const ZoPoint* point = list.First(); point; point = point->NextConst())
-        ids.push_back(point->GetId());
-    return ids;
-}
 
 /// A survey at map coordinates, 50 by 500 by 50 m, and one of the same points in a system of its own: half the size, a
 /// quarter turn about z, the origin elsewhere.

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <limits>
-#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -56,7 +55,6 @@ TEST(Similarity, AgreesWithTheSolutionBySingularValues) {
         const char* name;
         Coordinates source, control, rotation;
         double scale;
-        ZoVector target;  // centre of the control points
         ZoVector rms;
         unsigned int worst;
     } kCases[] = {
@@ -67,7 +65,6 @@ TEST(Similarity, AgreesWithTheSolutionBySingularValues) {
          {-0.29655658238026683, 0.8959217599235265, 0.33072404439723835, -0.06683153896358861, 0.3259846036677158,
           -0.9430098533797834, -0.95267399400146, -0.30175857612855495, -0.036797049965627396},
          2.5011427085285716,
-         {514.0395, -304.35633333333334, 52.498333333333335},
          {0.0426932627174259, 0.03972712861024189, 0.016128030166778846},
          4},
         {"a floor at map coordinates",
@@ -77,7 +74,6 @@ TEST(Similarity, AgreesWithTheSolutionBySingularValues) {
          {-0.29716128510104095, 0.8961578627323229, 0.3295394600046144, -0.06593221386654324, 0.32504751787900255,
           -0.9433965519840295, -0.9525482212527375, -0.3020681979019543, -0.03750586626797614},
          0.7499567815958379,
-         {4500003.245500001, 5400001.459166667, 301.8588333333333},
          {0.00628369128259595, 0.0034848205694555405, 0.005085627369168094},
          3},
         {"a flat relief against its mirror image",
@@ -87,7 +83,6 @@ TEST(Similarity, AgreesWithTheSolutionBySingularValues) {
          {-0.30249167655503223, 0.9340833754362717, 0.18970248640570841, -0.04606586770790813, 0.18446693761130706,
           -0.9817585674495656, -0.9520381932712806, -0.30571260468271283, -0.012770352026013225},
          1.2483327039254482,
-         {5.2331666666666665, 2.9003333333333337, -13.548166666666667},
          {0.39957948503963614, 1.4855844207021087, 0.05571818103759151},
          1},
     };
@@ -99,7 +94,6 @@ TEST(Similarity, AgreesWithTheSolutionBySingularValues) {
         for (int i = 0; i < 9; ++i)
             EXPECT_NEAR(trafo.rotation.GetElemZeroIndex(i / 3, i % 3), known.rotation[i], kRotationTolerance) << i;
         EXPECT_NEAR(trafo.scale, known.scale, 1e-9);  // the search for the scale ends at steps of 1e-10
-        EXPECT_LT((trafo.targetOrigin - known.target).Abs(), 1e-8);
         ZoPointList result;
         const ZoPointList control = Points(known.control);
         ASSERT_TRUE(trafo.Transform(result, Points(known.source), &control, false));
@@ -130,15 +124,10 @@ TEST(Similarity, ExactSetsAreReproduced) {
             }
         }
     }
-    ZoTrafo3d same;
     ZoTrafo3d unit;
-    ASSERT_TRUE(Fit(same, tetrahedron, tetrahedron));
     ASSERT_TRUE(Fit(unit, tetrahedron, tetrahedron, true));
-    EXPECT_NEAR(same.scale, 1.0, 1e-12);
-    for (int i = 0; i < 9; ++i) {
-        EXPECT_NEAR(same.rotation.GetElemZeroIndex(i / 3, i % 3), i % 4 == 0 ? 1.0 : 0.0, 1e-12);
+    for (int i = 0; i < 9; ++i)
         EXPECT_NEAR(unit.rotation.GetElemZeroIndex(i / 3, i % 3), i % 4 == 0 ? 1.0 : 0.0, 1e-12);
-    }
     ASSERT_TRUE(Fit(unit, Moved(kSpatial, 2.0, 0.0), kSpatial, true));
     EXPECT_NEAR(unit.scale, 2.0, 1e-9) << "the fitted scale stays told";
 }
@@ -209,18 +198,6 @@ TEST(Similarity, OrderOfTheListsDoesNotMatter) {
     ZoIdTable common;
     ZoTrafo3d::GetCommonIds(common, &controls, &source);
     EXPECT_EQ(common.Size(), controls.Count());
-}
-
-TEST(Similarity, NewOnesHaveNoRotationAndMovingCopies) {
-    ZoTrafo3d trafo;
-    EXPECT_EQ(trafo.rotation[1][1], 0.0);
-    trafo.rotation.RotZAxis(std::acos(0.0));
-    trafo.sourceOrigin = ZoVector(1.0, 2.0, 3.0);
-    const ZoTrafo3d moved(std::move(trafo));
-    for (const ZoTrafo3d* each : {&std::as_const(trafo), &moved})
-        EXPECT_LT((each->GetAsMatrix() * ZoVector(4.0, 2.5, 3.0, 1.0) - ZoVector(-0.5, 3.0, 0.0, 1.0)).Abs(), 1e-14);
-    EXPECT_EQ(ZoTrafo3d::CalcScale(ZoVector(1.0, 1.0, 1.0), ZoVector(1.0, 4.0, 5.0), 10.0), 2.0);
-    EXPECT_EQ(ZoTrafo3d::CalcScale(ZoVector(1.0, 1.0, 1.0), ZoVector(1.0, 1.0, 1.0), 10.0), 1e-10);
 }
 
 }  // namespace

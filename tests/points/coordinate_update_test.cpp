@@ -3,18 +3,11 @@
 #include <cmath>
 #include <utility>
 
+#include "tests/support/point_ids.h"
+
 #include "zorv/points/nearest_finder.h"
 
 namespace {
-
-using Ids = std::vector<std::uint32_t>;
-
-Ids IdsOf(const ZoPointList& list) {
-    Ids ids;
-    for (const ZoPoint* point = list.First(); point; point = point->NextConst())
-        ids.push_back(point->GetId());
-    return ids;
-}
 
 ZoPoint Point(unsigned int id, double x, double y, double difference) {
     ZoPoint point(id, x, y, 0, 7);

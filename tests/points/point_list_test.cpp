@@ -3,6 +3,7 @@
 #include <cmath>
 #include <random>
 
+#include "tests/support/point_ids.h"
 #include <gtest/gtest.h>
 
 namespace {
@@ -19,19 +20,12 @@ ZoPointList ListOf(std::initializer_list<Spot> spots) {
     return list;
 }
 
-std::vector<unsigned int> Ids(const ZoPointList& list) {
-    std::vector<unsigned int> ids;
-    for (const ZoPoint* point = list.First(); point; point = point->NextConst())
-        ids.push_back(point->id);
-    return ids;
-}
-
 TEST(PointList, SortsByPhotoPlusIdAndKeepsEqualOnes) {
     ZoPointList list = ListOf({{5, 0, 0}, {3, 0, 0}, {4, 0, 0}, {4294967295U, 0, 0}});
     list.First()->photoId = 2;          // 7
     list.First()->Next()->photoId = 1;  // 4, in front of the point 4
     list.Sort();
-    EXPECT_EQ(Ids(list), (std::vector<unsigned int>{4294967295U, 3, 4, 5}));  // the key -1 comes first
+    EXPECT_EQ(IdsOf(list), (Ids{4294967295U, 3, 4, 5}));  // the key -1 comes first
 }
 
 TEST(PointList, FindGoesForwardFromTheHintThenBack) {
@@ -64,7 +58,7 @@ TEST(PointList, CommonPointsAreCopiedAlsoIntoTheirOwnList) {
     ZoPointList a = ListOf({{1, 0, 0}, {2, 0, 0}, {1, 5, 0}});
     const ZoPointList b = ListOf({{1, 0, 0}, {3, 0, 0}});
     EXPECT_EQ(FindCommonZoPointById(a, b, &a), 2);
-    EXPECT_EQ(Ids(a), (std::vector<unsigned int>{1, 2, 1, 1, 1}));
+    EXPECT_EQ(IdsOf(a), (Ids{1, 2, 1, 1, 1}));
 }
 
 TEST(PointList, MergeKeepsCoordinatesAndControl) {
@@ -167,7 +161,7 @@ TEST(PointList, ClosedPathNeverCrossesItself) {
 TEST(PointList, ClosedPathAngles) {
     ZoPointList path = ListOf({{1, 0, 1}, {2, -1, 0}, {3, 0, 0}, {4, 1, 0}, {5, 1, 1}, {6, NAN, 2}});
     EXPECT_EQ(ZoSimpleClosedPath(path, &path), 6);
-    EXPECT_EQ(Ids(path), (std::vector<unsigned int>{2, 3, 4, 5, 1, 6}));
+    EXPECT_EQ(IdsOf(path), (Ids{2, 3, 4, 5, 1, 6}));
     EXPECT_EQ(path.Get(3)->residualX, 30.0);  // 1 / (2 + 1) of a quarter turn
     EXPECT_EQ(path.Get(4)->residualX, 45.0);
     EXPECT_EQ(ZoSimpleClosedPath(ZoPointList(), &path), 0);

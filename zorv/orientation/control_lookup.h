@@ -8,9 +8,14 @@
 #include <vector>
 
 #include "zorv/core/sort_helper.h"
-#include "zorv/points/point.h"
+#include "zorv/points/point_list.h"
 
 namespace zorv::detail {
+
+/// A helper over a list that is only read: the helper hands out what it was given and changes nothing.
+inline ZoSortHelper<ZoPoint> HelperOver(const ZoPointList* list) {
+    return ZoSortHelper<ZoPoint>(const_cast<ZoPointList*>(list));
+}
 
 /// The points of a helper in one block of memory, by ascending id, for about as many lookups as there are points.
 ///

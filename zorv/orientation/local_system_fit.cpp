@@ -123,6 +123,9 @@ bool ZoTrafo3d::CalcByLocalSystem(const ZoLokalSystemDef& def, const ZoPointList
     }
     // Not-a-number among the coordinates or distances, or distances of both signs that cancel.
     if (!std::isfinite(mean) || mean == 0.0) return fail(eTrafo3DBadScaleDef);
+    const ZoVector centre = CalcMean(*list);
+    const ZoVector target = ZoVector(def.x, def.y, def.z) - axes * (point3->GetAsVector() - centre) * mean;
+    if (!std::isfinite(target.Abs())) return fail(eTrafo3DNoSolution);
     for (int i = 0; i < kNScale; ++i) {
         if (!counts(i) || !(std::fabs(mean - own[i]) / mean > maxDeviation)) continue;
         scaleCheck[i].exceeded = true;
@@ -131,8 +134,8 @@ bool ZoTrafo3d::CalcByLocalSystem(const ZoLokalSystemDef& def, const ZoPointList
 
     scale = mean;
     rotation = axes;
-    sourceOrigin = CalcMean(*list);
-    targetOrigin = ZoVector(def.x, def.y, def.z) - rotation * (point3->GetAsVector() - sourceOrigin) * scale;
+    sourceOrigin = centre;
+    targetOrigin = target;
 
     const ZoMatrix m = GetAsMatrix();
     for (int i = 0; i < kNScale; ++i) {

@@ -10,16 +10,12 @@
 namespace {
 
 using zorv::detail::ControlLookup;
+using zorv::detail::HelperOver;
 
 constexpr int kSmallestSample = 4;
 constexpr int kFewestAttempts = 12;
 constexpr int kMostAttempts = 50;
 constexpr double kEnough = 0.8;  // share of the common points with which the search is content
-
-/// A lookup in a list that is only read.
-ZoSortHelper<ZoPoint> HelperOver(const ZoPointList& list) {
-    return ZoSortHelper<ZoPoint>(const_cast<ZoPointList*>(&list));
-}
 
 ZoPoint* AddCleared(ZoPointList& list, const ZoPoint& point) {
     ZoPoint* copy = list.Add(point);
@@ -129,8 +125,8 @@ void ZoTrafo3d::RobustSplitLists(const ZoPointList& controls, const ZoPointList&
                                  ZoPointList& commonSources, ZoPointList& loneControls, ZoPointList& loneSources,
                                  ZoIdTable& commonIds, ZoBoundingBox3d& box) {
     // The first points of an id in both lists are a pair; further ones have no partner.
-    const ZoSortHelper<ZoPoint> controlsById = HelperOver(controls);
-    const ZoSortHelper<ZoPoint> sourcesById = HelperOver(source);
+    const ZoSortHelper<ZoPoint> controlsById = HelperOver(&controls);
+    const ZoSortHelper<ZoPoint> sourcesById = HelperOver(&source);
     ControlLookup findControl(controlsById);
     ControlLookup findSource(sourcesById);
     for (const ZoPoint* control = controls.First(); control; control = control->NextConst()) {

@@ -91,12 +91,12 @@ class ZORV_API ZoTrafo3d : public virtual ZoTrafo3dData {
     ///
     /// Points in a plane, as of a facade, give a proper rotation too; so do mirrored ones. The scale minimises the
     /// distances in the target system, so that noise in the source coordinates makes it smaller. With `unitScale` the
-    /// rotation is computed for the scale 1, for sets that are known to have the same; `scale` still tells the fitted
-    /// one.
+    /// rotation is computed for the scale 1, which is right only for sets that have the same one; `scale` still tells
+    /// the fitted one.
     ///
-    /// False with eTrafo3DTooFewPoints for less than `minPoints` common points, or none; with eTrafo3DNoSolution for
-    /// points in one place or on a line, for coordinates that are not finite, and for mirrored sets of which no
-    /// rotation is clearly the best. Origins and scale may have changed then.
+    /// False with eTrafo3DTooFewPoints for fewer than `minPoints` common points, or none; with eTrafo3DNoSolution for
+    /// points in one place or on a line, for coordinates that are not finite, for mirrored sets of which no rotation
+    /// is clearly the best, and where `unitScale` leaves no rotation. Origins and scale may have changed then.
     ///
     /// B. K. P. Horn, H. M. Hilden, S. Negahdaripour: Closed-form solution of absolute orientation using orthonormal
     /// matrices, J. Opt. Soc. Am. A 5 (1988) 1127-1135, where the square root of the 3 by 3 matrix is found by its
@@ -155,8 +155,8 @@ class ZORV_API ZoTrafo3d : public virtual ZoTrafo3dData {
     ///
     /// False with the status of ZoLokalSystemDef::IsValid, but for eTrafo3DNoScaleDef, with which the computation goes
     /// on; with eTrafo3DBadScaleDef when there is neither a distance nor a fixed scale, or no finite scale, or no list;
-    /// with eTrafo3DNoSolution when the three points lie on a line or axisMode is no axis. Then the parameters stay as
-    /// they were. The status of a run before is not cleared.
+    /// with eTrafo3DNoSolution when the three points lie on a line, when axisMode is no axis, and for coordinates that
+    /// are not finite. Then the parameters stay as they were. The status of a run before is not cleared.
     bool CalcByLocalSystem(const ZoLokalSystemDef& def, const ZoPointList* list, double fixedScale,
                            double maxDeviation);
 

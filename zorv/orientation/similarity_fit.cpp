@@ -126,9 +126,7 @@ bool FindScale(double t1, double t2, double d, double& scale) {
 
 bool ZoTrafo3d::CalcByControlPoints(const ZoPointList* controls, const ZoPointList* source, int minPoints,
                                     bool unitScale) {
-    // The helper only hands out what it was given; nothing is changed through it.
-    const ZoSortHelper<ZoPoint> helper(const_cast<ZoPointList*>(controls));
-    return CalcByControlPoints(helper, source, minPoints, unitScale);
+    return CalcByControlPoints(zorv::detail::HelperOver(controls), source, minPoints, unitScale);
 }
 
 bool ZoTrafo3d::CalcByControlPoints(const ZoSortHelper<ZoPoint>& controls, const ZoPointList* source, int minPoints,
@@ -159,6 +157,7 @@ bool ZoTrafo3d::CalcByControlPoints(const ZoSortHelper<ZoPoint>& controls, const
     // polynomial of g; the cofactors stand for the inverse of c, which need not exist.
     const double sigma = unitScale ? 1.0 : scale;
     const double f = d / sigma - 0.5 * (sigma * sigma - t1);
+    if (f == 0.0) return false;  // only where sigma is not the fitted scale
     ZoMatrix shifted(g);
     for (int i = 1; i <= 3; ++i)
         shifted[i][i] -= 0.5 * (sigma * sigma + t1);

@@ -87,9 +87,7 @@ void ZoTrafo3d::FinishResiduals() {
 }
 
 bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const ZoPointList* controls, bool sortById) {
-    // The helper only hands out what it was given; nothing is changed through it.
-    const ZoSortHelper<ZoPoint> helper(const_cast<ZoPointList*>(controls));
-    return Transform(result, source, helper, sortById);
+    return Transform(result, source, zorv::detail::HelperOver(controls), sortById);
 }
 
 bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const ZoSortHelper<ZoPoint>& controls,
