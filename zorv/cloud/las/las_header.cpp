@@ -58,9 +58,8 @@ bool ReadHeader(ByteView file, LASheader& header) {
     header.point_data_record_length = NumberAt<std::uint16_t>(file, 105);
     header.number_of_point_records = NumberAt<std::uint32_t>(file, 107);
 
-    double* const fields[] = {&header.x_scale_factor, &header.y_scale_factor, &header.z_scale_factor, &header.x_offset,
-                              &header.y_offset,       &header.z_offset,       &header.max_x,          &header.min_x,
-                              &header.max_y,          &header.min_y,          &header.max_z,          &header.min_z};
+    double* const fields[] = {&header.x_scale_factor, &header.y_scale_factor, &header.z_scale_factor,
+                              &header.x_offset,       &header.y_offset,       &header.z_offset};
     std::uint64_t at = 131;
     for (double* field : fields) {
         *field = NumberAt<double>(file, at);

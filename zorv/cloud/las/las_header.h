@@ -14,12 +14,6 @@ struct LASheader {
     double x_offset = 0;
     double y_offset = 0;
     double z_offset = 0;
-    double min_x = 0;
-    double min_y = 0;
-    double min_z = 0;
-    double max_x = 0;
-    double max_y = 0;
-    double max_z = 0;
     std::uint8_t version_minor = 0;
     std::uint8_t point_data_format = 0;          ///< 0 to 10, without the mark of compression
     std::uint16_t point_data_record_length = 0;  ///< bytes
