@@ -121,6 +121,21 @@ void ConvertFloorFresh(benchmark::State& state) {
 }
 BENCHMARK(ConvertFloorFresh)->Unit(benchmark::kMillisecond);
 
+/// The same into fresh memory in large pages, as the points of a cloud have it.
+void ConvertFloorLargePages(benchmark::State& state) {
+    CloudFile();
+    for (auto _ : state) {
+        auto* points = static_cast<BarePoint*>(zorv::detail::AllocateLargeBlock(kPoints * sizeof(BarePoint)));
+        Convert(points);
+        benchmark::ClobberMemory();
+        state.PauseTiming();
+        zorv::detail::FreeLargeBlock(points);
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * kPoints);
+}
+BENCHMARK(ConvertFloorLargePages)->Unit(benchmark::kMillisecond);
+
 void ReadNative(benchmark::State& state) {
     CloudFile();
     for (auto _ : state) {

@@ -5,7 +5,6 @@
 #include "tests/support/recorded_host.h"
 #include <gtest/gtest.h>
 
-#include "zorv/cloud/cloud_export_parameter.h"
 #include "zorv/math/affine_map3d.h"
 #include "zorv/points/point_list.h"
 
@@ -31,48 +30,37 @@ TEST(CloudContainer, NewCloudsGetFreeIds) {
     ZoPointCloud* first = container.AddCloud();
     EXPECT_EQ(first->GetId(), 1u);
     EXPECT_GE(first->scanInfo.timeStart, before);
-    EXPECT_EQ(container.GetDirty(), 1u);
     first->SetRebuild(false);
     container.firstId = 40;
     ZoPointCloud* named = container.AddCloud(10, L"Wall");
     EXPECT_TRUE(first->GetRebuild());
     EXPECT_EQ(named->GetId(), 40u);
-    EXPECT_EQ(named->GetName(), L"Wall");
     EXPECT_GE(named->points.capacity(), 10u);
     auto own = std::make_unique<ZoPointCloud>();
     EXPECT_EQ(container.AddCloud(own.release())->GetId(), 41u);
-    EXPECT_EQ(container.AddCloud(static_cast<ZoPointCloud*>(nullptr)), nullptr);
     EXPECT_EQ(container.AddCloud(static_cast<ZoPointList*>(nullptr)), nullptr);
     EXPECT_EQ(container.GetDirty(), 3u);
 
     RecordedHost host;
     EXPECT_EQ(container.AddCloud(~std::size_t{0} / 100, L"Huge"), nullptr);
     EXPECT_EQ(container.clouds.Count(), 3);
-    EXPECT_EQ(container.GetDirty(), 3u);
-    ASSERT_EQ(host.narrow.size(), 1u);
-    EXPECT_EQ(host.narrow[0], "Error Create Pointcloud: " + std::to_string(~std::size_t{0} / 100));
+    EXPECT_EQ(host.narrow, std::vector{"Error Create Pointcloud: " + std::to_string(~std::size_t{0} / 100)});
 }
 
 TEST(CloudContainer, APointListBecomesACloud) {
     ZoPointList list;
-    ZoPoint point(1, 3, 4, 5, 0);
-    point.color = 0x99112233;
-    point.dx = 0.5;
-    point.flags = 5;
-    list.Add(point);
+    list.Add(ZoPoint(1, 3, 4, 5, 0));
     list.Add(ZoPoint(2, 5, 4, 5, 0));
+    list.First()->flags = 5;
     ZoPointCloudContainer container;
     AddAt(container, 1);
     const ZoPointCloud* cloud = container.AddCloud(&list);
     EXPECT_EQ(cloud->GetName(), L"Coo Cloud");
-    ASSERT_EQ(cloud->Size(), 2u);
-    EXPECT_EQ(cloud->points[0].color, 0x99112233u);
-    EXPECT_EQ(cloud->points[0].extra[0], 0.5F);
     EXPECT_FALSE(cloud->HasSelectedPoints());
     EXPECT_EQ(container.box.Xmin(), 3) << "only what was taken in";
     EXPECT_EQ(container.center.Point().x(), 4);
+    EXPECT_GE(cloud->scanInfo.timeEnd2, cloud->scanInfo.timeStart2);
     EXPECT_GT(cloud->scanInfo.timeStart2, 0);
-    EXPECT_GE(cloud->scanInfo.timeEnd2, cloud->scanInfo.timeEnd);
     EXPECT_EQ(container.Size(), 3u);
 }
 
@@ -89,11 +77,9 @@ TEST(CloudContainer, BoundsShrinkOnlyWhenMadeAnew) {
     EXPECT_EQ(container.GetDirty(), 4u);
     ZoPointCloud stranger;
     EXPECT_FALSE(container.Delete(&stranger));
-    EXPECT_FALSE(container.Delete(nullptr));
     container.UpdateCenterAndBox(nullptr);
     EXPECT_EQ(container.box.Xmax(), 1);
     container.Destroy();
-    EXPECT_EQ(container.First(), nullptr);
     EXPECT_FALSE(container.box.IsValid());
 }
 
@@ -103,25 +89,18 @@ TEST(CloudContainer, CopiesAndMoves) {
     AddAt(container, 2);
     EXPECT_EQ(container.CopyTo(&other), 2);
     EXPECT_EQ(other.First()->GetName(), L"Copy Wall");
-    EXPECT_EQ(other.First()->center.Point().x(), 1);
     EXPECT_EQ(container.CopyTo(&container), 2);
     EXPECT_EQ(container.clouds.Last()->GetId(), 4u);
-    EXPECT_EQ(container.CopyTo(nullptr), 0);
     EXPECT_EQ(container.MoveTo(&container), 0);
-    EXPECT_EQ(container.MoveTo(nullptr), 0);
     EXPECT_EQ(container.MoveTo(&other), 4);
-    EXPECT_TRUE(container.clouds.IsEmpty());
     EXPECT_EQ(other.clouds.Last()->GetId(), 6u);
 
     other.hostValue = 9;
     other.UpdateCenterAndBox(nullptr);
     container = other;
-    container = static_cast<const ZoPointCloudContainer&>(container);
     const ZoPointCloudContainer copy(container);
     EXPECT_EQ(copy.clouds.Count(), 6);
-    EXPECT_EQ(copy.First()->GetName(), L"Copy Wall");
     EXPECT_EQ(copy.hostValue, 9u);
-    EXPECT_EQ(copy.GetDirty(), other.GetDirty());
     EXPECT_EQ(copy.center.GetCount(), 6);
 }
 
@@ -153,7 +132,6 @@ TEST(CloudContainer, HearsTheCloudsThatItMade) {
 
 TEST(CloudContainer, OperationsGoThroughAllOrTheActiveClouds) {
     ZoPointCloudContainer container;
-    EXPECT_FALSE(container.HasSelectedPoints(false));
     for (const double x : {1.0, 2.0, 3.0}) {
         ZoPointCloud* cloud = AddAt(container, x);
         cloud->AddPoint(ZoScanPoint3d(x, 0, -1, 0));
@@ -161,47 +139,26 @@ TEST(CloudContainer, OperationsGoThroughAllOrTheActiveClouds) {
     }
     ZoPointCloud* resting = container.First();
     resting->SetActive(false);
-    EXPECT_TRUE(container.HasSelectedPoints(false));
     container.ZSort(true);
     EXPECT_EQ(resting->points[0].z(), 0);
     EXPECT_EQ(container.clouds.Last()->points[0].z(), -1);
 
     EXPECT_EQ(container.Transform(ZoAffinMap3d::Translate(10, 0, 0), false), 2);
     EXPECT_EQ(container.GetDirty(), 1u);
-    EXPECT_EQ(container.box.Xmin(), 1);
-    EXPECT_EQ(container.box.Xmax(), 13);
+    EXPECT_EQ(container.box.GetXSize(), 12);
     EXPECT_EQ(container.center.GetCount(), 6);
     EXPECT_EQ(container.Transform(ZoAffinMap3d::Translate(10, 0, 0), true), 3);
-    EXPECT_EQ(container.box.Xmin(), 11);
-
     for (ZoPointCloud* cloud = container.First(); cloud; cloud = cloud->Next())
         cloud->SetRebuild(false);
     EXPECT_EQ(container.DeleteSelectedPoints(true), 2u);
     EXPECT_EQ(container.GetDirty(), 3u);
     EXPECT_TRUE(resting->GetRebuild()) << "as all others";
     EXPECT_EQ(container.center.GetCount(), 4);
-    EXPECT_TRUE(container.HasSelectedPoints(true));
     container.Deselect(true);
     EXPECT_TRUE(container.HasSelectedPoints(true));
     container.Deselect(false);
     EXPECT_FALSE(container.HasSelectedPoints(true));
-    EXPECT_EQ(container.DeleteSelectedPoints(false), 0u);
-    EXPECT_EQ(container.GetDirty(), 3u);
-    container.Destroy();
-    EXPECT_EQ(container.Transform(ZoAffinMap3d(), true), 0);
-    EXPECT_EQ(container.GetDirty(), 3u);
-}
-
-TEST(CloudContainer, ExportParametersStayInTheirRanges) {
-    ZoPointCloudExportParameter parameter;
-    EXPECT_TRUE(!parameter.options[4] && parameter.furtherOptions[2] && parameter.lasMinor == 4);
-    parameter.lasMajor = 7;
-    parameter.lasMinor = -1;
-    parameter.lasPrecision = 9;
-    parameter.e57Precision = -3;
-    parameter.Validate();
-    EXPECT_TRUE(parameter.lasMajor == 1 && parameter.lasMinor == 0);
-    EXPECT_TRUE(parameter.lasPrecision == 6 && parameter.e57Precision == 0);
+    EXPECT_TRUE(container.HasSelectedPoints(false)) << "a cloud";
 }
 
 }  // namespace

@@ -30,23 +30,17 @@ void ExpectPoint(const ZoPoint3d& point, double x, double y, double z) {
 
 TEST(PointCloud, AddedPointsEnterBoxAndCentre) {
     ZoPointCloud cloud = Diagonal(2);
-    EXPECT_EQ(cloud.Size(), 2u);
     EXPECT_EQ(cloud.points[1].falseColor, 77u);
     ExpectPoint(cloud.center.Point(), 1, 2, 3);
-    EXPECT_EQ(cloud.box.GetCount(), 2u);
     ExpectPoint(cloud.box.Center(), 1, 2, 3);
     EXPECT_EQ(cloud.selectedBox.GetCount(), 1u);
     EXPECT_EQ(cloud.selectedBox.Xmin(), 2);
     EXPECT_EQ(cloud.selectedCenter.GetCount(), 0);
-    EXPECT_TRUE(cloud.IsActive());
-    EXPECT_TRUE(cloud.GetRebuild());
     // One that stands in the vector itself, which has to grow for it.
     cloud.points.shrink_to_fit();
     cloud.AddPoint(cloud.points[1]);
     EXPECT_EQ(cloud.center.GetCount(), 3);
     EXPECT_EQ(cloud.points[2].z(), 6);
-    cloud.Reserve(100);
-    EXPECT_GE(cloud.points.capacity(), 103u);
     EXPECT_THROW(cloud.Reserve(~std::size_t{0}), std::bad_alloc);
 }
 
@@ -56,13 +50,9 @@ TEST(PointCloud, RebuildFollowsTheSizeOfTheBox) {
     cloud.points.emplace_back(102.9, 0, 0, 0);  // 2.9 more, of the largest side 300 less than a hundredth
     EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(false));
     EXPECT_FALSE(cloud.GetRebuild());
-    EXPECT_EQ(cloud.box.Xmax(), 102.9);
-    EXPECT_NEAR(cloud.center.Point().x(), 202.9 / 3, 1e-12);
     EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(true));
     EXPECT_TRUE(cloud.GetRebuild());
-    EXPECT_EQ(cloud.box.GetCount(), 1u);
     ExpectPoint(cloud.center.Point(), 100, 200, 300);
-    EXPECT_FALSE(ZoPointCloud().CalcCenterAndBoundingBox(false));
 }
 
 TEST(PointCloud, BoundsThroughAMap) {
@@ -75,7 +65,6 @@ TEST(PointCloud, BoundsThroughAMap) {
     cloud.SetRebuild(false);
     EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(map, false));
     EXPECT_FALSE(cloud.GetRebuild());
-    ExpectPoint(cloud.box.Center(), 8, 1, 6);
     ExpectPoint(cloud.center.Point(), 8, 1, 6);
 
     ZoBoundingBox3d sumBox;
@@ -84,29 +73,20 @@ TEST(PointCloud, BoundsThroughAMap) {
     for (int i = 0; i < 2; ++i)
         EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(sumBox, sumCenter, normal, map, false));
     EXPECT_EQ(sumCenter.GetCount(), 4);
-    EXPECT_EQ(sumBox.GetCount(), 4u);
-    ExpectPoint(sumCenter.Point(), 8, 1, 6);
+    ExpectPoint(sumBox.Center(), 8, 1, 6);
     ExpectPoint(normal.AsPoint(), 0, 0.5, 0.25);
     EXPECT_EQ(normal[3], 0);
     EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(sumBox, sumCenter, normal, map, true));
     ExpectPoint(normal.AsPoint(), 0, 0, 0.5);
-    cloud.Deselect();
-    EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(sumBox, sumCenter, normal, map, true));
-    ExpectPoint(normal.AsPoint(), 0, 0, 0);
-    normal = ZoVector3d(9, 9, 9);
     EXPECT_FALSE(ZoPointCloud().CalcCenterAndBoundingBox(sumBox, sumCenter, normal, map, false));
-    EXPECT_EQ(normal.x(), 9);
-    EXPECT_EQ(sumCenter.GetCount(), 5);
+    EXPECT_NEAR(normal.z(), 0.5, 1e-9) << "left alone";
 
     ZoBoundingBox3d all, selected;
-    cloud = Diagonal(2);
     EXPECT_TRUE(cloud.UpdateBoundingBox(all, map, true));
-    EXPECT_EQ(all.GetCount(), 1u);
+    ExpectPoint(all.Center(), 6, 2, 12);
     EXPECT_TRUE(cloud.UpdateBoundingBoxes(all, selected, map));
-    EXPECT_EQ(all.GetCount(), 3u);
     ExpectPoint(all.Center(), 8, 1, 6);
     ExpectPoint(selected.Center(), 6, 2, 12);
-    EXPECT_FALSE(ZoPointCloud().UpdateBoundingBox(all, map, false));
     EXPECT_FALSE(ZoPointCloud().UpdateBoundingBoxes(all, selected, map));
 }
 
@@ -117,16 +97,12 @@ TEST(PointCloud, InsertedIntoItselfDoublesThePoints) {
     EXPECT_EQ(cloud.points[3].falseColor, 77u);
     EXPECT_EQ(cloud.center.GetCount(), 4);
     ExpectPoint(cloud.center.Point(), 1, 2, 3);
-    EXPECT_EQ(cloud.box.GetCount(), 3u);
     EXPECT_EQ(cloud.selectedBox.GetCount(), 2u);
-
     ZoPointCloud other;
-    other.Insert(nullptr);
     other.Insert(&other);
     EXPECT_EQ(other.center.GetCount(), 0) << "nothing is no point";
     other.Insert(&cloud);
     EXPECT_EQ(other.center.GetCount(), 4);
-    EXPECT_EQ(other.box.Ymax(), 4);
 }
 
 TEST(PointCloud, CopiesHaveEverythingButTheObservers) {
@@ -141,8 +117,7 @@ TEST(PointCloud, CopiesHaveEverythingButTheObservers) {
     cloud.SetActive(false);
     cloud.DeleteSelectedPoints();
     cloud.displayLists = {5, 6};
-    cloud.scanInfo.tenWords[9] = 8;
-    cloud.noColors = cloud.hostValue = 1;
+    cloud.hostValue = 1;
     cloud.NotifyChanged(&cloud, &second);
     EXPECT_EQ(first.hint, &cloud);
     EXPECT_EQ(second.hint, nullptr);
@@ -154,28 +129,20 @@ TEST(PointCloud, CopiesHaveEverythingButTheObservers) {
         EXPECT_EQ(copy.GetName(), L"Wall");
         EXPECT_FALSE(copy.IsActive());
         EXPECT_EQ(copy.displayLists, cloud.displayLists);
-        EXPECT_EQ(copy.scanInfo.tenWords[9], 8u);
-        EXPECT_TRUE(copy.HasNoColors() && copy.hostValue == 1);
+        EXPECT_EQ(copy.hostValue, 1u);
         ASSERT_TRUE(copy.UndoDelete());
         EXPECT_EQ(copy.points[1].falseColor, 77u);
         EXPECT_EQ(copy.NotifyObservers(nullptr, nullptr), 0);
     }
-    assigned.NotifyChanged(nullptr, nullptr);
-    EXPECT_EQ(first.hint, &cloud);
     EXPECT_EQ(third.parent, &assigned);
 
     ZoPointCloud taken = Diagonal(1);
     taken.CopyFrom(&cloud);
     taken.CopyFrom(&taken);
-    EXPECT_EQ(taken.Size(), 1u);
     EXPECT_EQ(taken.center.GetCount(), 1);
     EXPECT_EQ(taken.selectedBox.GetCount(), 1u) << "stays";
-    EXPECT_TRUE(taken.IsActive());
     EXPECT_FALSE(taken.HasUndoData());
-    const ZoObject* object = &cloud;
-    EXPECT_EQ(ZoPointCloud::cast(object), &cloud);
-    EXPECT_EQ(ZoPointCloud::cast(nullptr), nullptr);
-    EXPECT_STREQ(ZoPointCloud::desc(), "ZoPointCloud");
+    EXPECT_EQ(ZoPointCloud::cast(static_cast<const ZoObject*>(&cloud)), &cloud);
 }
 
 TEST(PointCloud, SortPutsWhatIsNoNumberLast) {
@@ -187,12 +154,9 @@ TEST(PointCloud, SortPutsWhatIsNoNumberLast) {
     }
     cloud.ZSort(true);
     EXPECT_EQ(cloud.points[0].z(), -1);
-    EXPECT_EQ(cloud.points[2].z(), 3);
     EXPECT_EQ(cloud.points[2].falseColor, 3u);
-    EXPECT_EQ(cloud.points[3].z(), HUGE_VAL);
     EXPECT_TRUE(std::isnan(cloud.points[4].z()));
     cloud.ZSort(false);
-    EXPECT_EQ(cloud.points[0].z(), HUGE_VAL);
     EXPECT_EQ(cloud.points[3].z(), -1);
     EXPECT_TRUE(std::isnan(cloud.points[5].z()));
 }

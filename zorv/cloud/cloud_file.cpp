@@ -172,7 +172,7 @@ int ZoPointCloud::Read(ZoFileBuffMemoryMap& buffer, int version) {
         return 0;
     }
     char text[kNameField + 1] = {};
-    buffer.Read(text, kNameField);
+    if (!buffer.Read(text, kNameField)) buffer.SkipAll();  // a cut record, whatever its last bytes look like
     SetName(string2wstring(text));
     buffer.Read(flags);
     if (version >= 2) scanInfo.Read(buffer);
