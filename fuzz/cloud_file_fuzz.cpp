@@ -33,8 +33,10 @@ struct InputFile {
     std::filesystem::path path;
 };
 
-/// The bytes of the file that a container writes.
+/// The bytes of the file that a container writes. A cloud without a scanner's record begins when it is read.
 std::string Written(ZoPointCloudContainer& container, const InputFile& file) {
+    for (ZoPointCloud* cloud = container.First(); cloud; cloud = cloud->Next())
+        cloud->scanInfo.timeStart = 0;
     Require(container.Write(file.Name()) == 1);
     return file.Read();
 }
