@@ -66,9 +66,9 @@ TEST(CloudContainer, APointListBecomesACloud) {
 
 TEST(CloudContainer, BoundsShrinkOnlyWhenMadeAnew) {
     ZoPointCloudContainer container;
+    container.AddCloud();
     AddAt(container, 1);
     ZoPointCloud* far = AddAt(container, 100);
-    container.AddCloud();
     container.UpdateCenterAndBox(nullptr);
     EXPECT_EQ(container.center.GetCount(), 2) << "the empty cloud is no point";
     EXPECT_EQ(container.center.Point().x(), 50.5);
