@@ -153,6 +153,27 @@ TEST(CameraPair, ClassicCameraAdjustsAlikeWithAndWithoutAPair) {
     EXPECT_LT(worst, 5e-4) << "at " << worstX << ", " << worstY;
 }
 
+TEST(CameraPair, WithoutAFocalLengthNothingIsAdjusted) {
+    const auto stays = [](const ZoCamera& camera) {
+        double x = 1.5, y = -2.5;
+        const bool isAdjusted = camera.Adjust(&x, &y) || camera.InvAdjust(&x, &y);
+        return !isAdjusted && x == 1.5 && y == -2.5;
+    };
+    for (const double focal : {0.0, double{NAN}, double{INFINITY}}) {
+        ZoCamera camera = DigitalCamera(12);
+        camera.c = focal;
+        camera.CreateLibAutoCam(nullptr, false);
+        ASSERT_NE(camera.GetCamPair(), nullptr);
+        EXPECT_TRUE(stays(camera)) << focal;
+
+        PhotoGeometry photo = CentredPhoto();
+        photo.pixelsPerMm = focal;
+        ZoCamera classic = ClassicCamera();
+        EXPECT_FALSE(CreateLibraryCameraFromClassic(classic, &photo)) << focal;
+        EXPECT_EQ(classic.GetCamPair(), nullptr);
+    }
+}
+
 TEST(CameraPair, InstrumentCameraCarriesItsSecondConstant) {
     PhotoGeometry photo = CentredPhoto();
     photo.width = 4001;

@@ -94,8 +94,9 @@ class ZORV_API ZoCamera : public TZoFlagNode<ZoCamera> {
     /// The sum of the distances of both principal points from the origin.
     double GetXhYhRadius() const;
 
-    /// From raw to corrected image coordinates, in place. False, and nothing changes, for a camera of id 0 and for a
-    /// mode that has neither formula nor camera pair.
+    /// From raw to corrected image coordinates, in place. False, and nothing changes, for a camera of id 0, for a mode
+    /// that has neither formula nor camera pair, and where the camera pair gives no finite point. The last holds for
+    /// InvAdjust too.
     bool Adjust(double* x, double* y) const;
     bool Adjust(ZoPoint* point) const;
     /// All points of a list, whatever becomes of each. False for null only.
@@ -115,11 +116,15 @@ class ZORV_API ZoCamera : public TZoFlagNode<ZoCamera> {
     void SetFromCalibEntry(const ZoCameraCalibEntry* entry);
 
     /// Makes the camera pair from the parameters; the photo, or null, gives the matrices between mm and pixels. Modes
-    /// 0 and 1 get one only with `fromClassic` and a photo. Modes 2 and 3 keep what they have.
+    /// 0 and 1 get one only with `fromClassic` and a photo. Modes 2 and 3 keep what they have. A mode above that has no
+    /// pair afterwards when it has no model, or when image size or pixel size are not positive.
     void CreateLibAutoCam(ZoPhoto* photo, bool fromClassic);
-    /// The part of it for modes 0 and 1: whether it made a pair.
+    /// The part of it for modes 0 and 1: whether it made a pair. False, and nothing changes, also for a photo whose
+    /// pixels are turned against its image coordinates, and without a finite focal length in pixels.
     bool CreateLibAutoCamFromZorvCamera(ZoPhoto* photo);
     /// Takes id, mode and parameters of a library camera and makes the camera pair; lengths become mm of the photo.
+    /// Modes 0 and 1 have no pair then. Null does nothing. Of a camera without a model only id and image size are
+    /// taken, the mode stays and the pair goes.
     void SetFromLibAuto(const ZorvLibAuto::Camera* camera, ZoPhoto* photo);
     /// The camera pair, which belongs to the camera, or null.
     ZoCamPair* GetCamPair() const { return camPair.get(); }

@@ -42,10 +42,7 @@ double ZoCamera::Calc_drForGraph(double x, double y) const {
 
 bool ZoCamera::Adjust(double* x, double* y) const {
     if (id == 0) return false;
-    if (camPair) {
-        camPair->Adjust(x, y);
-        return true;
-    }
+    if (camPair) return camPair->Adjust(x, y);
     if (!HasFormula()) return false;
     ClassicDistortion(*this).Adjust(*x, *y);
     return true;
@@ -70,10 +67,7 @@ bool ZoCamera::Adjust(ZoPointList* list) const {
 
 bool ZoCamera::InvAdjust(double* x, double* y) const {
     if (id == 0) return false;
-    if (camPair) {
-        camPair->InvAdjust(x, y);
-        return true;
-    }
+    if (camPair) return camPair->InvAdjust(x, y);
     if (HasFormula()) return InvertByTable(x, y);
     if (IsPinholeCamera()) return true;
     return InvertByIteration(x, y) || InvertByTable(x, y);

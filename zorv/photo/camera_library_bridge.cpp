@@ -56,7 +56,7 @@ void SetPrincipalPoint(ZoCamera& camera, const Camera& library, const PhotoGeome
 }
 
 std::wstring NameOfModel(std::uint32_t model) {
-    const std::wstring local = ZoCamera::GetLocalAutoLibName(static_cast<int>(model));
+    const std::wstring local = ZoCamera::GetLocalAutoLibName(static_cast<int>(model & 0xFFFF));
     return local.empty() ? string2wstring(Camera::GetModelName(model)) : local;
 }
 
@@ -66,9 +66,11 @@ bool CreateLibraryCameraFromClassic(ZoCamera& camera, const PhotoGeometry* photo
     const bool isInstrument = camera.IsTs15();
     if (!photo || !(camera.IsOldZorv() || isInstrument) || IsTurned(photo->digiToBiko)) return false;
     const double s = photo->pixelsPerMm;
+    const double focal = s * camera.c;
+    if (focal == 0.0 || !std::isfinite(focal)) return false;
 
-    Camera library(isInstrument ? Camera::eCamModelZorvViva : Camera::eCamModelZorv, s * camera.c,
-                   PixelCount(photo->width), PixelCount(photo->height));
+    Camera library(isInstrument ? Camera::eCamModelZorvViva : Camera::eCamModelZorv, focal, PixelCount(photo->width),
+                   PixelCount(photo->height));
     library.id = camera.GetId();
     library.hasData = true;
     std::vector<double>& p = library.params;

@@ -1,5 +1,7 @@
 #include "zorv/photo/camera_pair.h"
 
+#include <cmath>
+
 using ZorvLibAuto::Camera;
 
 ZoCamPair::ZoCamPair(const Camera& camera)
@@ -18,22 +20,26 @@ ZoCamPair::ZoCamPair(const Camera& camera, const ZoMatrix& photoPixelToMm) : ZoC
     mmToPixel = inverse;
 }
 
-void ZoCamPair::Adjust(double* x, double* y) const {
-    Map(x, y, first, second);
+bool ZoCamPair::Adjust(double* x, double* y) const {
+    return Map(x, y, first, second);
 }
 
-void ZoCamPair::InvAdjust(double* x, double* y) const {
-    Map(x, y, second, first);
+bool ZoCamPair::InvAdjust(double* x, double* y) const {
+    return Map(x, y, second, first);
 }
 
-void ZoCamPair::Map(double* x, double* y, const Camera& from, const Camera& to) const {
+bool ZoCamPair::Map(double* x, double* y, const Camera& from, const Camera& to) const {
     double pixelX = *x;
     double pixelY = *y;
     mmToPixel.PTrans2D(&pixelX, &pixelY);
     const double height = static_cast<double>(first.height);
     const auto [planeX, planeY] = from.PixelToPlane(pixelX, height - pixelY);
     const auto [column, row] = to.PlaneToPixel(planeX, planeY);
-    *x = column;
-    *y = height - row;
-    pixelToMm.PTrans2D(x, y);
+    double mmX = column;
+    double mmY = height - row;
+    pixelToMm.PTrans2D(&mmX, &mmY);
+    if (!std::isfinite(mmX) || !std::isfinite(mmY)) return false;
+    *x = mmX;
+    *y = mmY;
+    return true;
 }

@@ -17,10 +17,11 @@ class ZORV_API ZoCamPair {
     /// A matrix without an inverse counts as the identity.
     ZoCamPair(const ZorvLibAuto::Camera& camera, const ZoMatrix& pixelToMm);
 
-    /// In place, in mm of the image plane: takes the distortion off, or puts it on. Both throw std::domain_error when
-    /// `first` or `second` has lost its model.
-    void Adjust(double* x, double* y) const;
-    void InvAdjust(double* x, double* y) const;
+    /// In place, in mm of the image plane: takes the distortion off, or puts it on. False, with x and y as they were,
+    /// where that gives no finite point, as with a focal length of 0. Both throw std::domain_error when `first` or
+    /// `second` has lost its model.
+    bool Adjust(double* x, double* y) const;
+    bool InvAdjust(double* x, double* y) const;
 
     ZorvLibAuto::Camera first;   ///< the camera with its distortion
     ZorvLibAuto::Camera second;  ///< a Pinhole of the same focal length, with the principal point in the image centre
@@ -28,5 +29,5 @@ class ZORV_API ZoCamPair {
     ZoMatrix pixelToMm{3, 3};
 
   private:
-    void Map(double* x, double* y, const ZorvLibAuto::Camera& from, const ZorvLibAuto::Camera& to) const;
+    bool Map(double* x, double* y, const ZorvLibAuto::Camera& from, const ZorvLibAuto::Camera& to) const;
 };

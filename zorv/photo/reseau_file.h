@@ -73,7 +73,7 @@ class ZORV_API ZoReseauFile : public TZoListnode<ZoReseauFile> {
     double GetReseauWidth() const;
     double GetReseauHeight() const;
     double GetReseauArea() const { return GetReseauWidth() * GetReseauHeight(); }
-    /// Number of pixels.
+    /// Number of pixels, counted in 32 bits.
     double GetCCDMPixel() const;
     /// Mean size of a pixel in mm; 1e-6 when the image size is unknown.
     double GetCCDPixelSize() const;
