@@ -68,8 +68,7 @@ std::size_t ZoPointCloudContainer::Size() const {
 
 ZoPointCloud* ZoPointCloudContainer::Adopt(std::unique_ptr<ZoPointCloud> cloud, std::uint32_t id, bool heard) {
     cloud->SetId(id);
-    // Who heard it before has lost it.
-    cloud->forwarder.observer = heard ? std::make_unique<CloudObserver>(cloud.get(), self) : nullptr;
+    if (heard) cloud->forwarder.observer = std::make_unique<CloudObserver>(cloud.get(), self);
     ZoPointCloud* const added = clouds.Add(cloud.release());
     SetDirty();
     return added;

@@ -24,8 +24,8 @@ class ZORV_API ZoPointCloudList : public TZoListHeader<ZoPointCloud> {};
 
 /// The clouds of a project with the box and the centre over them all, and a counter of changes.
 ///
-/// It hears the clouds that it made itself until another container takes them over, and tells the observers of
-/// `clouds`.
+/// It hears the clouds that it made itself, also when another container has taken them over, and tells the observers
+/// of `clouds`. It does not hear those that are handed to it.
 class ZORV_API ZoPointCloudContainer : public ZoObserver {
   public:
     ZoPointCloudContainer();

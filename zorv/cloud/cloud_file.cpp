@@ -37,13 +37,13 @@ using Sink = std::function<void(const void*, std::size_t)>;
 
 /// Hands bytes on in blocks whose size and place in the file are whole multiples of large pages of the disk cache,
 /// which takes such blocks at a third less cost than odd ones.
-class BlockWriter {
+class PieceWriter {
   public:
-    explicit BlockWriter(const Sink& target)
+    explicit PieceWriter(const Sink& target)
         : sink(target), block(std::make_unique_for_overwrite<unsigned char[]>(kBlockSize + kLargestPiece)) {}
-    ~BlockWriter() { sink(block.get(), used); }
-    BlockWriter(const BlockWriter&) = delete;
-    BlockWriter& operator=(const BlockWriter&) = delete;
+    ~PieceWriter() { sink(block.get(), used); }
+    PieceWriter(const PieceWriter&) = delete;
+    PieceWriter& operator=(const PieceWriter&) = delete;
 
     /// Room for that many bytes, at most kLargestPiece, which the caller fills.
     unsigned char* Piece(std::size_t size) {
@@ -121,7 +121,7 @@ bool FitsFile(const ZoPointCloudContainer& container) {
     return true;
 }
 
-void WriteCloud(const ZoPointCloud& cloud, BlockWriter& writer) {
+void WriteCloud(const ZoPointCloud& cloud, PieceWriter& writer) {
     std::string head;
     Append(head, zorv::detail::kCloudMarker);
     head += NameField(cloud.GetName());
@@ -134,7 +134,7 @@ void WriteCloud(const ZoPointCloud& cloud, BlockWriter& writer) {
 }
 
 void WriteContainer(const ZoPointCloudContainer& container, const Sink& sink) {
-    BlockWriter writer(sink);
+    PieceWriter writer(sink);
     std::string head;
     Append(head, zorv::detail::kCloudFileMarker);
     Append(head, kVersion);
@@ -220,7 +220,7 @@ void ZoPointCloud::AppendRecords(ZoFileBuffMemoryMap& buffer, std::uint64_t told
 int ZoPointCloud::Write(std::FILE* file) const {
     if (!file || !FitsFile(*this)) return 0;
     const Sink sink = Into(file);
-    BlockWriter writer(sink);
+    PieceWriter writer(sink);
     WriteCloud(*this, writer);
     return 1;
 }

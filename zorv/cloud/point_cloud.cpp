@@ -23,11 +23,9 @@ void ForEach(const ZoScanPointVector& points, bool onlySelected, Visit visit) {
     }
 }
 
-void MapPoints(ZoScanPointVector& points, const ZoAffinMap3d& map, const ZoAffinMap3d& normals) {
-    for (ZoScanPoint3d& point : points) {
-        point.Transform(map);
-        normals.InplaceTransform(point.normal);
-    }
+void MapPoint(ZoScanPoint3d& point, const ZoAffinMap3d& map, const ZoAffinMap3d& normals) {
+    point.Transform(map);
+    normals.InplaceTransform(point.normal);
 }
 
 }  // namespace
@@ -157,14 +155,15 @@ bool ZoPointCloud::Transform(const ZoAffinMap3d& map) {
     const ZoAffinMap3d normals = map.NormalTransformMap();
     RunningBounds bounds;
     for (ZoScanPoint3d& point : points) {
-        point.Transform(map);
-        normals.InplaceTransform(point.normal);
+        MapPoint(point, map, normals);
         bounds.Add(point);
     }
     box = bounds.box;
     center = bounds.center;
-    for (ZoScanPointVector& deleted : undoStack)
-        MapPoints(deleted, map, normals);
+    for (ZoScanPointVector& deleted : undoStack) {
+        for (ZoScanPoint3d& point : deleted)
+            MapPoint(point, map, normals);
+    }
     rebuild = 1;
     return true;
 }
