@@ -1,5 +1,5 @@
-// A project text with 2,000 photos and their rectifications, read and written, beside a pass of bare number parsing over
-// it; the same photos in an archive, beside the unpacking alone.
+// A project text with 2,000 photos and their rectifications, read and written, beside a pass of bare number parsing
+// over it; the same photos in an archive, beside the unpacking alone.
 
 #include <charconv>
 #include <cstdlib>
