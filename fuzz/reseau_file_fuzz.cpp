@@ -1,6 +1,7 @@
 // Any bytes as a reseau file, as a list of digital cameras and as an archive record of a descriptor: what comes in is
 // no more than the bytes can hold, and what is written reads back as the same.
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -61,12 +62,26 @@ void UseReseau(ZoReseauFile& reseau, std::size_t size) {
     reseau.GetDescName();
 }
 
-/// The text that a file gives after it was read and written; empty when it is none.
+bool IsFinite(const ZoPoint& point) {
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+bool IsFinite(const ZoReseauFile& reseau) {
+    for (const ZoRegion* region : {&reseau.photoRegion, &reseau.boxRegion})
+        if (!IsFinite(region->LL) || !IsFinite(region->UR)) return false;
+    for (const ZoPoint* mark = reseau.crossList.First(); mark; mark = mark->NextConst())
+        if (!IsFinite(*mark)) return false;
+    return true;
+}
+
+/// The text that a file gives after it was read and written; empty when it is none, or holds infinite coordinates,
+/// which the text cannot tell.
 std::string ReadAndWritten(const InputFile& file, std::size_t size) {
     ZoReseaufileList list;
     if (list.ReadReseauFile(file.Name()) == 0) return {};
     Require(list.Count() == 1);
     UseReseau(*list.First(), size);
+    if (!IsFinite(*list.First())) return {};
     std::ostringstream text;
     ZoReseauFile::WriteHeaderComment(text);
     list.First()->Write(text);

@@ -1,3 +1,4 @@
+#include <limits>
 #include <sstream>
 
 #include "tests/support/archive_item.h"
@@ -100,7 +101,10 @@ TEST(Reseau, DigitalCamerasReadBack) {
         line.str(),
         "{ \"Cam 1\"            3 \"35 mm, a comment beyond its field\"      6000      4000        36        24  }\n");
 
+    ZoReseauFile endless;
+    endless.CreateDigitalFormat(1, 1, std::numeric_limits<double>::infinity(), 1.0);
     ZoReseaufileList list;
+    list.Add(endless);
     list.Add(camera);
     ZoReseauFile three(camera);
     delete three.crossList.SubtractLast();
@@ -108,11 +112,11 @@ TEST(Reseau, DigitalCamerasReadBack) {
     ASSERT_TRUE(list.WriteDigitalCameraFormat(folder.Name("cameras.dres")));
     ZoReseaufileList back;
     EXPECT_EQ(back.ReadReseauFile(folder.Name("cameras.dres")), 1);
-    ASSERT_EQ(back.Count(), 1) << "a reseau with three marks is left out";
-    EXPECT_EQ(MarksText(*back.First()), MarksText(camera));
-    EXPECT_EQ(back.First()->GetDescName(), camera.GetDescName());
+    ASSERT_EQ(back.Count(), 2) << "a reseau with three marks is left out, one without bounds is no end";
+    EXPECT_EQ(MarksText(*back.Last()), MarksText(camera));
+    EXPECT_EQ(back.Last()->GetDescName(), camera.GetDescName());
     EXPECT_EQ(back.ReadReseauFile(folder.Write("cut.dres", "{ \"A\" 0 \"\" 10 10 2.5 1 } { \"B\" 0 \"\" 10 ")), 1);
-    EXPECT_EQ(back.Count(), 2);
+    EXPECT_EQ(back.Count(), 3);
 
     ZoReseauFile empty;
     empty.SetName(L"none");

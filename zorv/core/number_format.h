@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -35,6 +36,11 @@ int ParseInt(std::string_view text);
 /// Writes the number as printf's "%.<precision>g" and returns the end of the text, which is not terminated. `out` has
 /// room for kNumberTextSize bytes; precision counts significant digits and is at most kExactDigits.
 char* FormatDouble(char* out, double value, int precision);
+
+/// What a tagged text can hold: it has no form for infinity and not-a-number.
+inline double FiniteOrZero(double value) {
+    return std::isfinite(value) ? value : 0.0;
+}
 
 /// Appends the number as printf's "%.<decimals>f", padded with blanks on the left to `width`. With ' ' as `sign` a
 /// number without a minus sign gets a blank before its digits.

@@ -8,19 +8,15 @@
 
 namespace camera_key = zorv::detail::camera_key;
 using zorv::detail::FieldWidth;
+using zorv::detail::FiniteOrZero;
 using zorv::detail::kCameraParameters;
 using zorv::detail::kExactDigits;
 using zorv::detail::RecordText;
 
 namespace {
 
-/// The tokens have no form for infinity and not-a-number.
-double Writable(double value) {
-    return std::isfinite(value) ? value : 0.0;
-}
-
 void AddValue(RecordText& text, const char* keyword, double value) {
-    text.Text(keyword).Char(' ').Number(Writable(value), kExactDigits);
+    text.Text(keyword).Char(' ').Number(FiniteOrZero(value), kExactDigits);
 }
 
 void AddLineEnd(RecordText& text, std::ostream& stream) {
@@ -57,7 +53,7 @@ std::ostream& ZoCamera::Write(std::ostream& stream) const {
     RecordText text;
     text.Field(FieldWidth::w4, id);
     for (const double value : {c, xh, yh, a1, a2, r0})
-        text.Field(FieldWidth::w19, Writable(value), kExactDigits);
+        text.Field(FieldWidth::w19, FiniteOrZero(value), kExactDigits);
     text.Char(' ').Quoted(name).WriteTo(stream);
     return stream;
 }

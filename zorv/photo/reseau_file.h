@@ -47,7 +47,8 @@ class ZORV_API ZoReseauFile : public TZoListnode<ZoReseauFile> {
     /// One record of the list of digital cameras: name, number, comment, image size in pixels, sensor size in mm.
     /// Returns 1; throws ZoParserStatus, then nothing changes.
     long ReadDigitalCameraFormat(ZoReaderObject* object);
-    /// Writes what it takes, one line; nothing unless the reseau has just four marks.
+    /// Writes what it takes, one line; nothing unless the reseau has just four marks. A size that is not finite
+    /// becomes 0.
     std::ostream& WriteDigitalCameraFormat(std::ostream& stream) const;
 
     /// The four corners of a sensor centred on the origin, in mm, and a photo region 5 % larger.

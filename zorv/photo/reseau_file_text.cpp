@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "zorv/core/block_keywords.h"
+#include "zorv/core/number_format.h"
 #include "zorv/core/path_tools.h"
 #include "zorv/core/reader.h"
 #include "zorv/core/record_text.h"
@@ -14,6 +15,7 @@
 namespace {
 
 using zorv::detail::FieldWidth;
+using zorv::detail::FiniteOrZero;
 using zorv::detail::ReadInBraces;
 
 constexpr int kTextWidth = 14;
@@ -113,7 +115,7 @@ std::ostream& ZoReseauFile::WriteDigitalCameraFormat(std::ostream& stream) const
     quoted.Clear();
     line.Left(kTextWidth, quoted.Quoted(comment).View()).Char(' ');
     line.Field(FieldWidth::w6, exifPixelWidth).Char(' ').Field(FieldWidth::w6, exifPixelHeight).Char(' ');
-    line.Field(FieldWidth::w6, outline.Width(), kSizePrecision).Char(' ');
-    line.Field(FieldWidth::w6, outline.Height(), kSizePrecision).Text("  }\n").WriteTo(stream);
+    line.Field(FieldWidth::w6, FiniteOrZero(outline.Width()), kSizePrecision).Char(' ');
+    line.Field(FieldWidth::w6, FiniteOrZero(outline.Height()), kSizePrecision).Text("  }\n").WriteTo(stream);
     return stream;
 }
