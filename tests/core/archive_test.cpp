@@ -243,10 +243,16 @@ TEST(Archive, LyingCountsAreBroughtDownToTheBytesThatAreThere) {
         out.WriteCount(std::uint64_t{1} << 60);
         out.AddZipData("0123456789", 10);
     });
+    archive.Add(L"negative", [](CZipWrapper& out) {
+        out.WriteCount(~std::uint64_t{0});
+        out.AddZipData("0123456789", 10);
+    });
     archive.SzClose();
     archive.SzOpen(folder.Name("count.zip"), false);
     archive.UnzipItem(L"list", nullptr);
     EXPECT_EQ(archive.ReadCount(4), 2U);
+    archive.UnzipItem(L"negative", nullptr);
+    EXPECT_EQ(archive.ReadCount(4), 0U);
 }
 
 TEST(Archive, AnyDamagedByteIsNoticedOrHarmless) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <limits>
 #include <new>
 
 #include "zorv/core/crc32.h"
@@ -189,6 +190,7 @@ std::size_t CZipWrapper::RefuseRead() {
 std::uint64_t CZipWrapper::ReadCount(std::size_t smallestElement) {
     std::uint64_t count = 0;
     ReadValue(count);
+    if (count > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) return 0;
     return smallestElement == 0 ? count : std::min<std::uint64_t>(count, ReadBytesLeft() / smallestElement);
 }
 

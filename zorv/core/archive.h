@@ -99,7 +99,7 @@ class ZORV_API CZipWrapper {
         return true;
     }
     /// Reads a count and brings it down to what the rest of the item can hold when each element takes at least
-    /// `smallestElement` bytes, so that a lying count costs no memory.
+    /// `smallestElement` bytes, so that a lying count costs no memory. A negative one is 0.
     std::uint64_t ReadCount(std::size_t smallestElement);
     /// Appends bytes up to a zero; returns the length of the text.
     std::size_t Read(std::string* text);
