@@ -7,6 +7,7 @@
 
 #include "zorv/core/archive.h"
 #include "zorv/core/debug_output.h"
+#include "zorv/core/text_writer.h"
 #include "zorv/math/center_point3d.h"
 #include "zorv/math/line.h"
 #include "zorv/math/point_text.h"
@@ -152,9 +153,13 @@ int ZoPolygon::Read(ZoReaderObject* object) {
 }
 
 std::ostream& ZoPolygon::Write(std::ostream& stream) const {
+    constexpr int kPointsOfLine = 8;  // the reader takes lines of limited length only
     const TZoFormatTable<eZoPointRWMask> columns = Columns(mode);
-    for (const ZoPoint* point = First(); point; point = point->NextConst())
+    int points = 0;
+    for (const ZoPoint* point = First(); point; point = point->NextConst(), ++points) {
+        if (points > 0 && points % kPointsOfLine == 0) stream << Zoendl;
         zorv::detail::WriteExactly(stream, *point, columns);
+    }
     return stream;
 }
 
