@@ -132,7 +132,7 @@ bool ZoPhotoVivaPano::CalcOffset(int index, ZoMatrix& matrix, bool flipRows) con
     if (photoIdTable.table.SizeX() <= 0 || matrix.rows != 3 || matrix.cols != 3) return false;
     const Tile tile = TileOf(index, photoIdTable.table.SizeX());
     const int rows = photoIdTable.table.SizeY();
-    Pixels offset = Pixels(rows - tile.row - 1) * (Pixels(tileSizeY) + Pixels(frame));
+    Pixels offset = (Pixels(rows) - Pixels(tile.row) - Pixels(1)) * (Pixels(tileSizeY) + Pixels(frame));
     if (flipRows) offset = Pixels(CalcTotalPixel(rows, tileSizeY, frame)) - offset;
     matrix[1][3] = (Pixels(tileSizeX) + Pixels(frame)) * Pixels(tile.column);
     matrix[2][3] = offset;

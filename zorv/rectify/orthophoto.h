@@ -37,8 +37,8 @@ class ZORV_API ZoOrthoPhoto : public ZoPhoto {
     void SetStatPixel(int pixels) { statPixel = pixels; }
     double GetStatTime() const { return statTime; }
     void SetStatTime(double time) { statTime = time; }
-    const ZoRegion& GetOrthoRegion() const { return orthoRegion; }
-    void GetOrthoRegion(ZoRegion& region) const { region = orthoRegion; }
+    ZoRegion& GetOrthoRegion() { return orthoRegion; }
+    ZoRegion GetOrthoRegion() const { return orthoRegion; }
     void SetOrthoRegion(const ZoRegion& region) { orthoRegion = region; }
     double GetMaxAngle() const { return maxAngle; }
     void SetMaxAngle(double angle) { maxAngle = angle; }

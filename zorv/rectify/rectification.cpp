@@ -21,6 +21,7 @@ ZoElspTrafo::ZoElspTrafo(ZoReaderObject* object, bool oldForm) : ZoElspTrafo() {
 
 ZoElspTrafo::ZoElspTrafo(const ZoElspTrafo& other) : ZoElspTrafo() {
     *this = other;
+    distortCamera.flags = other.distortCamera.flags;
 }
 
 ZoElspTrafo& ZoElspTrafo::operator=(const ZoElspTrafo& other) {
@@ -35,7 +36,7 @@ ZoElspTrafo& ZoElspTrafo::operator=(const ZoElspTrafo& other) {
     invElspMat = other.invElspMat;
     invTransMat = other.invTransMat;
     invValid = other.invValid;
-    distortCamera = other.distortCamera;
+    SetDistortCameraParam(other.distortCamera);
     autoConnect = other.autoConnect;
     bikoList.mode = ZOPolygon2dId;
     ppList.mode = ZOPolygon3dId;
@@ -54,6 +55,12 @@ void ZoElspTrafo::SetElspMat(const ZoMatrix& m) {
 
 void ZoElspTrafo::SetTransMat(const ZoMatrix& m) {
     if (transMat.AssignSameShape(m)) invValid = false;
+}
+
+void ZoElspTrafo::SetDistortCameraParam(const ZoCamera& camera) {
+    if (&camera == &distortCamera) return;
+    distortCamera.DeleteCamPair();
+    distortCamera = camera;
 }
 
 bool ZoElspTrafo::Transform(const ZoPoint* in, ZoPoint* out) const {

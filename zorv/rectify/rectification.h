@@ -54,7 +54,8 @@ class ZORV_API ZoElspTrafo : public TZoFlagNode<ZoElspTrafo> {
     const ZoPolygon& GetRegion() const { return region; }
     ZoCamera& GetDistortCameraParam() { return distortCamera; }
     const ZoCamera& GetDistortCameraParam() const { return distortCamera; }
-    void SetDistortCameraParam(const ZoCamera& camera) { distortCamera = camera; }
+    /// Takes a copy with its camera pair; a former pair goes.
+    void SetDistortCameraParam(const ZoCamera& camera);
     bool IsAutoConnect() const { return autoConnect; }
 
     bool IsActive() const { return IsFlagSet(kActive) != 0; }
