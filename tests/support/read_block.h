@@ -1,9 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <sstream>
 #include <string>
-
-#include "tests/support/temp_folder.h"
 
 #include "zorv/core/link.h"
 #include "zorv/core/reader.h"
@@ -18,9 +17,11 @@ inline int ReadBlock(const std::string& text, const std::function<void(ZoReaderO
         }
         const std::function<void(ZoReaderObject*)>& call;
     };
-    const TempFolder folder;
+    std::stringbuf source("BLOCK { " + text + " }\n");
     Target target(read);
-    ZoReader reader(folder.Write("block.txt", "BLOCK { " + text + " }\n"));
+    ZoReader reader(L"");
+    std::istream& stream = reader.stream;
+    stream.rdbuf(&source);
     reader.RegisterObject(ZoReaderObject("BLOCK", Link(&target, &Target::Found)));
     reader.DoProcess(false);
     return reader.GetReadErrorCount();
