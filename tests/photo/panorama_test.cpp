@@ -5,9 +5,11 @@
 #include <sstream>
 
 #include "tests/support/archive_item.h"
+#include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
 #include <gtest/gtest.h>
 
+#include "zorv/core/text_conversion.h"
 #include "zorv/photo/panorama_info.h"
 #include "zorv/photo/photo_rotation.h"
 
@@ -89,7 +91,21 @@ TEST(Panorama, RecordsReadBack) {
     EXPECT_EQ(ZoPhotoVivaPano(pano).GetFoundPhotoId(), 0u);
     std::ostringstream text;
     pano.Write(text);
-    EXPECT_NE(text.str().find("\nTILESIZE_X          100\n"), std::string::npos) << text.str();
+    EXPECT_EQ(text.str(), R"(PHOTOID         {    9 "mosaic"}
+COMMENT      "grün '1'"
+SCREENPOS       {                     3                     4}
+SCREENSIZE      5
+SCREENFLAGS     0
+TILESIZE_X          100
+TILESIZE_Y           50
+FRAME                10
+PANORAMA    
+{
+    3          2          
+    1          2          3          
+    4          5          6          
+}
+)");
 
     ZoPhotoVivaPano back(0u);
     EXPECT_EQ(ReadBlock(text.str(), [&](ZoReaderObject* object) { back.Read(object); }), 0);
@@ -100,6 +116,9 @@ TEST(Panorama, RecordsReadBack) {
     EXPECT_TRUE(back.IsActive() && back.IsDigital() && back.HasAOR());
 
     const std::string bytes = ArchiveBytes(pano);
+    const std::string numbers = HexBytes(
+        "05000000 00000000 64000000 32000000 0a000000 0300000000000000 0200000000000000 01000000 02000000 03000000");
+    EXPECT_EQ(bytes.substr(bytes.size() - numbers.size() - 3 * 4, numbers.size()), numbers);
     ZoPhotoVivaPano stored(0u);
     EXPECT_EQ(ReadArchiveBytes(bytes, stored), 0u);
     EXPECT_EQ(ArchiveBytes(stored), bytes);
