@@ -14,6 +14,7 @@
 #include "zorv/cloud/cloud_container.h"
 #include "zorv/cloud/cloud_export_parameter.h"
 #include "zorv/cloud/cloud_read_result.h"
+#include "zorv/cloud/histogram.h"
 #include "zorv/cloud/point_cloud.h"
 #include "zorv/cloud/scan_info.h"
 #include "zorv/cloud/scan_point.h"

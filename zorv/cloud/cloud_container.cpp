@@ -5,6 +5,9 @@
 #include <utility>
 
 #include "zorv/core/debug_output.h"
+#include "zorv/core/path_tools.h"
+#include "zorv/core/platform/files.h"
+#include "zorv/core/platform/folders.h"
 #include "zorv/math/affine_map3d.h"
 #include "zorv/points/point_list.h"
 
@@ -229,6 +232,25 @@ void ZoPointCloudContainer::TakeIn(const ZoPointCloud& cloud) {
     if (cloud.center.GetCount() == 0) return;
     box.Union(cloud.box);
     center.Add(cloud.center);
+}
+
+ZoPointCloud* ZoPointCloudContainer::TakeImport(std::unique_ptr<ZoPointCloud> cloud) {
+    if (!cloud) return nullptr;
+    ZoPointCloud* const added = Adopt(std::move(cloud), clouds.GetFreeId(firstId), true);
+    UpdateCenterAndBox(added);
+    return added;
+}
+
+bool ZoPointCloudContainer::TakeImport(std::unique_ptr<ZoPointCloud> cloud, const std::wstring& path,
+                                       ZoPointCloudReadResult& result) {
+    if (!cloud) return false;
+    cloud->SetName(ZoGetFilename(path));
+    zorv::detail::FileTimes times;
+    if (zorv::detail::ReadFileTimes(zorv::detail::NativePath(path), times)) cloud->scanInfo.timeStart = times.written;
+    ZoPointCloud* const added = Adopt(std::move(cloud), clouds.GetFreeId(firstId), true);
+    result.Add(added);
+    UpdateCenterAndBoxBefore(added);
+    return true;
 }
 
 void ZoPointCloudContainer::CheckForRebuildDisplayLists() {

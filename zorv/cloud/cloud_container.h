@@ -130,6 +130,10 @@ class ZORV_API ZoPointCloudContainer : public ZoObserver {
 
     ZoPointCloud* Adopt(std::unique_ptr<ZoPointCloud> cloud, std::uint32_t id, bool heard);
     void TakeIn(const ZoPointCloud& cloud);
+    // Adds an imported cloud, with its box and centre, as AddCloud does: null gives null. The second form gives it what
+    // its file tells and puts down the result; null gives false.
+    ZoPointCloud* TakeImport(std::unique_ptr<ZoPointCloud> cloud);
+    bool TakeImport(std::unique_ptr<ZoPointCloud> cloud, const std::wstring& path, ZoPointCloudReadResult& result);
 
     // What the clouds' observers know of the container; they may outlive it.
     std::shared_ptr<ZoPointCloudContainer*> self;

@@ -6,7 +6,7 @@ namespace zorv::detail {
 
 FileBytes::FileBytes(const std::wstring& file) {
     SystemHandle handle = kNoHandle;
-    systemError = OpenForMapping(file, MapFile::kOpenReadOnly, handle);
+    systemError = OpenForReading(file, handle);
     if (systemError != 0) return;
     std::uint64_t found = 0;
     systemError = GetFileSize(handle, found);

@@ -56,6 +56,8 @@ double ParseDouble(std::string_view text) {
     const bool hex = end - at > 2 && at[0] == '0' && (at[1] == 'x' || at[1] == 'X');
     const auto format = hex ? std::chars_format::hex : std::chars_format::general;
     const auto result = std::from_chars(hex ? at + 2 : at, end, value, format);
+    // Without a digit not even the sign counts.
+    if (result.ec == std::errc::invalid_argument && !hex) return 0.0;
     if (result.ec == std::errc::result_out_of_range) {
         const bool tooLarge = hex ? std::find(at, result.ptr, '-') == result.ptr : IsTooLarge(at, result.ptr);
         value = tooLarge ? std::numeric_limits<double>::infinity() : 0.0;
@@ -82,11 +84,15 @@ char* FormatDouble(char* out, double value, int precision) {
     return std::to_chars(out, out + kNumberTextSize, value, std::chars_format::general, precision).ptr;
 }
 
-void AppendFixed(std::string& text, double value, int decimals, char sign, int width) {
-    constexpr int kMostDecimals = 60;
-    char digits[std::numeric_limits<double>::max_exponent10 + kMostDecimals + 8];
+char* FormatFixed(char* out, double value, int decimals) {
+    static_assert(kFixedTextSize >= std::numeric_limits<double>::max_exponent10 + kMostDecimals + 3);
     decimals = std::clamp(decimals, 0, kMostDecimals);
-    const char* end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals).ptr;
+    return std::to_chars(out, out + kFixedTextSize, value, std::chars_format::fixed, decimals).ptr;
+}
+
+void AppendFixed(std::string& text, double value, int decimals, char sign, int width) {
+    char digits[kFixedTextSize];
+    const char* end = FormatFixed(digits, value, decimals);
     const std::size_t length = static_cast<std::size_t>(end - digits);
     const std::size_t blanks = sign == ' ' && digits[0] != '-' ? 1 : 0;
     const std::size_t field = width > 0 ? static_cast<std::size_t>(width) : 0;

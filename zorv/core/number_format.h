@@ -42,6 +42,13 @@ inline double FiniteOrZero(double value) {
     return std::isfinite(value) ? value : 0.0;
 }
 
+/// Decimals that the fixed form has at most, and the longest text of it.
+inline constexpr int kMostDecimals = 60;
+inline constexpr int kFixedTextSize = 380;
+
+/// Writes the number as printf's "%.<decimals>f" and returns the end of the text, which is not terminated. `out` has
+/// room for kFixedTextSize bytes.
+char* FormatFixed(char* out, double value, int decimals);
 /// Appends the number as printf's "%.<decimals>f", padded with blanks on the left to `width`. With ' ' as `sign` a
 /// number without a minus sign gets a blank before its digits.
 void AppendFixed(std::string& text, double value, int decimals, char sign = '\0', int width = 0);

@@ -1,0 +1,416 @@
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <random>
+
+#include "tests/support/las_bytes.h"
+#include "tests/support/recorded_host.h"
+#include "tests/support/temp_folder.h"
+#include <gtest/gtest.h>
+
+#include "zorv/cloud/cloud_container.h"
+#include "zorv/core/platform/mapping.h"
+#include "zorv/core/progress.h"
+
+namespace {
+
+const std::filesystem::path kData = ZORV_TEST_DATA;
+
+/// Opens what hosts do not need.
+struct Container : ZoPointCloudContainer {
+    using ZoPointCloudContainer::ObsolteReadPlyFile;
+    using ZoPointCloudContainer::ReadPtsFile;
+    using ZoPointCloudContainer::ReadXYZFile;
+};
+
+/// "x y z r g b i", a line a point.
+std::string Text(const ZoPointCloud& cloud) {
+    std::string text;
+    for (const ZoScanPoint3d& p : cloud.points) {
+        char line[200];
+        std::snprintf(line, sizeof line, "%.17g %.17g %.17g %d %d %d %d\n", p.x(), p.y(), p.z(), p.GetRed(),
+                      p.GetGreen(), p.GetBlue(), static_cast<int>(p.color >> 24));
+        text += line;
+    }
+    return text;
+}
+
+/// The points of a file by every way that reads the format; they have to agree.
+class Reading {
+  public:
+    explicit Reading(const std::string& bytes) { folder.Write("cloud", bytes); }
+
+    std::string Pts() {
+        Check(container.ReadPtsFile(folder.Name("cloud"), result));
+        const std::string points = Text(*container.First());
+        Container other;
+        std::FILE* file = std::fopen((folder.path / "cloud").c_str(), "rb");
+        const ZoPointCloud* cloud = other.ReadPtsFile(file);
+        std::fclose(file);
+        EXPECT_EQ(Text(*cloud), points);
+        EXPECT_EQ(cloud->noColors, container.First()->noColors);
+        const zorv::detail::MappingRefusal refusal(zorv::detail::MappingRefusal::kView);
+        EXPECT_TRUE(other.ReadPtsFile(folder.Name("cloud"), result));
+        EXPECT_EQ(Text(*other.clouds.Last()), points);
+        return points;
+    }
+    std::string Xyz() {
+        Check(container.ReadXYZFile(folder.Name("cloud"), result));
+        const std::string points = Text(*container.First());
+        Container other;
+        std::ifstream stream(folder.path / "cloud", std::ios::binary);
+        EXPECT_EQ(Text(*other.ReadXYZFile(stream)), points);
+        return points;
+    }
+    std::string Ply() {
+        std::ifstream stream(folder.path / "cloud", std::ios::binary);
+        Check(container.ObsolteReadPlyFile(stream) != nullptr);
+        return Text(*container.First());
+    }
+
+    TempFolder folder;
+    Container container;
+    ZoPointCloudReadResult result;
+
+  private:
+    void Check(bool answer) {
+        EXPECT_TRUE(answer);
+        EXPECT_EQ(result.error, 0);
+        ASSERT_EQ(container.clouds.Count(), 1);
+        const ZoPointCloud& cloud = *container.First();
+        EXPECT_EQ(cloud.center.GetCount(), static_cast<int>(cloud.Size()));
+        EXPECT_EQ(container.center.GetCount(), cloud.center.GetCount());
+        ZoPointCloud again(cloud);
+        again.CalcCenterAndBoundingBox(false);
+        EXPECT_EQ(again.box.xmax, cloud.box.xmax);
+        EXPECT_EQ(again.center.m_y, cloud.center.m_y);
+        EXPECT_LE(cloud.points.capacity(), std::filesystem::file_size(folder.path / "cloud") + 1);
+    }
+};
+
+struct Case {
+    const char* name;
+    std::string bytes;
+    std::string points;
+    std::uint32_t noColors = 0;
+};
+
+using namespace std::string_literals;
+
+TEST(CloudImport, FieldsOfAPtsLineTellWhatItIs) {
+    // An integer of -2000 to 2000 becomes trunc((v + 2000) * 0.064), a fraction trunc(v * 256).
+    const Case cases[] = {
+        {"nothing", "", "", 1},
+        {"a count and seven columns", "1\n1 2 3 -1035 97 59 38\n", "1 2 3 97 59 38 61\n"},
+        {"no count, no line feed", "1 2 3 0 97 59 38", "1 2 3 97 59 38 128\n"},
+        {"three columns", "1.5 -2e1 +3\n", "1.5 -20 3 0 0 0 0\n", 1},
+        {"integers", "1 2 3 0\n1 2 3 -2000\n1 2 3 1999", "1 2 3 0 0 0 128\n1 2 3 0 0 0 0\n1 2 3 0 0 0 255\n", 1},
+        {"low bytes", "1 2 3 2000\n1 2 3 -2020\n1 2 3 1.0\n1 2 3 -0.01\n",
+         "1 2 3 0 0 0 0\n1 2 3 0 0 0 255\n1 2 3 0 0 0 0\n1 2 3 0 0 0 254\n", 1},
+        {"fractions", "1 2 3 0.5\n1 2 3 .25\n1 2 3 1e-1\n", "1 2 3 0 0 0 128\n1 2 3 0 0 0 64\n1 2 3 0 0 0 128\n", 1},
+        {"beyond an int", "1 2 3 1.e30\n1 2 3 nan.\n1 2 3 99999999999\n1 2 3 -0.\n",
+         "1 2 3 0 0 0 0\n1 2 3 0 0 0 0\n1 2 3 0 0 0 127\n1 2 3 0 0 0 0\n", 1},
+        {"six columns", "1 2 3 97 315 -1\n1 2 3 7.9 8.9 9x\n", "1 2 3 97 59 255 0\n1 2 3 7 8 9 0\n"},
+        {"seven columns have no fraction", "1 2 3 0.9 1 2 3\n1 2 3 -1000.9 1 2 3\n",
+         "1 2 3 1 2 3 128\n1 2 3 1 2 3 64\n"},
+        {"five, eight and many", "1 2 3 4 5\n1 2 3 4 5 6 7 8\n1 2 3 4 5 6 7 8 9 10\n",
+         "1 2 3 0 0 0 0\n1 2 3 0 0 0 0\n1 2 3 0 0 0 0\n", 1},
+        {"counts and junk between", "2\n1 2 3\n\n 7 \n1 2\n-5\n4 5 6\n", "1 2 3 0 0 0 0\n4 5 6 0 0 0 0\n", 1},
+        {"separators", ";1;2\t\t3 ; 4 5 6\r\n\r\n1 2 3\r4 5 6\r\n", "1 2 3 4 5 6 0\n1 2 3 4 5 6 0\n"},
+        {"a byte order mark",
+         "\xef\xbb\xbf"
+         "1 2 3\n4 5 6\n",
+         "0 2 3 0 0 0 0\n4 5 6 0 0 0 0\n", 1},
+        {"decimal commas", "1,5 2,5 3,5 0 1 2 3\n", "1 2 3 1 2 3 128\n"},
+        {"words", "here lie points\n", "0 0 0 0 0 0 0\n", 1},
+        {"a zero in the line", "1 2 3\0 4 5 6\n1 2\0 3\n\0\n7 8 9\n"s, "1 2 3 0 0 0 0\n7 8 9 0 0 0 0\n", 1},
+        {"counts that lie", "4294967295\n99999999999999999999\n1 2 3\n", "1 2 3 0 0 0 0\n", 1},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        Reading reading(each.bytes);
+        EXPECT_EQ(reading.Pts(), each.points);
+        EXPECT_EQ(reading.container.First()->noColors, each.noColors);
+    }
+    Container container;
+    EXPECT_EQ(container.ReadPtsFile(static_cast<std::FILE*>(nullptr)), nullptr);
+    EXPECT_EQ(container.First(), nullptr);
+}
+
+TEST(CloudImport, EveryXyzLineIsAPoint) {
+    const Case cases[] = {
+        {"nothing", "", ""},
+        {"an open last line", "1 2 3\n4 5 6", "1 2 3 0 0 0 0\n"},
+        {"missing fields", "1 2\n\n1\n", "1 2 0 0 0 0 0\n0 0 0 0 0 0 0\n1 0 0 0 0 0 0\n"},
+        {"colours", "1 2 3 4 5 260\n1 2 3 4\n1 2 3 4 5\n", "1 2 3 4 5 4 0\n1 2 3 4 0 0 0\n1 2 3 4 5 0 0\n"},
+        {"more fields", "1 2 3 4 5 6 7 8\n", "1 2 3 4 5 6 0\n"},
+        {"text and semicolons", "x y z\n1;2;3\n", "0 0 0 0 0 0 0\n1 0 0 0 0 0 0\n"},
+        {"carriage returns", "1 2 3\r\n1 2 3 4 5 6\r\n1 2 3 \r\n\r\n1 2\r3 4\n",
+         "1 2 3 0 0 0 0\n1 2 3 4 5 6 0\n1 2 3 0 0 0 0\n0 0 0 0 0 0 0\n1 2 4 0 0 0 0\n"},
+        {"a zero in the line", "1\0x 2 3\n"s, "1 2 3 0 0 0 0\n"},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        Reading reading(each.bytes);
+        EXPECT_EQ(reading.Xyz(), each.points);
+        EXPECT_EQ(reading.container.First()->noColors, 0u);
+    }
+}
+
+TEST(CloudImport, PlyVerticesHaveOneLayout) {
+    const auto header = [](int properties) {
+        std::string text = "ply\nformat ascii 1.0\ncomment of no one\nelement vertex 4294967295\n";
+        for (int i = 0; i < properties; ++i)
+            text += "property float p\n";
+        return text + "end_header\n";
+    };
+    const Case cases[] = {
+        {"nine properties", header(9) + "0.1 2 3 9 9 9 4 5 261\n1 2 3\n1 2 3 9 9 9 4 5 6",
+         "0.10000000149011612 2 3 4 5 5 0\n1 2 3 4 5 6 0\n"},
+        {"ten", header(10) + "1 2 3 9 9 9 4 5 6\n1 2 3 9 9 9 4 5 6 7 8\n", "1 2 3 4 5 6 0\n"},
+        {"six", header(6) + "1 2 3 4 5 6 7 8 9\n", ""},
+        {"an empty line", header(9) + "1 2 3 9 9 9 4 5 6\n\n1 2 3 9 9 9 4 5 6\n", "1 2 3 4 5 6 0\n"},
+        {"an empty line in the header", "ply\n\n" + header(9) + "1 2 3 9 9 9 4 5 6\n", ""},
+        {"no end of the header", "PLY\nProperty\n1 2 3 9 9 9 4 5 6\n", ""},
+        {"nothing", "", ""},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        EXPECT_EQ(Reading(each.bytes).Ply(), each.points);
+    }
+}
+
+TEST(CloudImport, NumbersAreThoseOfTheCLibrary) {
+    // Whole lines of numbers of every length, and lines across the ends of blocks.
+    std::mt19937_64 random(7);
+    std::vector<std::string> numbers;
+    std::string text;
+    for (int i = 0; i < 60000; ++i) {
+        std::string number(random() % 3 == 0 ? "-" : "");
+        std::string digits = std::to_string(random() >> random() % 64);
+        if (random() % 4 > 0) digits.insert(random() % (digits.size() + 1), 1, '.');
+        number += digits;
+        if (random() % 16 == 0) number.append(1, 'e').append(std::to_string(static_cast<int>(random() % 40) - 20));
+        numbers.push_back(number);
+        text += number;
+        text += i % 3 < 2 ? " " : i % 2 == 0 ? "\n" : "\r\n";
+    }
+    Reading reading(text);
+    reading.Xyz();
+    ASSERT_EQ(reading.container.Size(), 20000u);
+    std::size_t i = 0;
+    for (const ZoScanPoint3d& point : reading.container.First()->points) {
+        for (const double value : {point.x(), point.y(), point.z()}) {
+            const double expected = std::strtod(numbers[i].c_str(), nullptr);
+            ASSERT_EQ(value, expected) << numbers[i];
+            ASSERT_EQ(std::signbit(value), std::signbit(expected)) << numbers[i];
+            ++i;
+        }
+    }
+    EXPECT_EQ(reading.container.First()->points.capacity(), 20000u) << "room is made once";
+    EXPECT_EQ(Reading(text).Pts(), Text(*reading.container.First()));
+}
+
+TEST(CloudImport, LongLinesAreWhole) {
+    const std::string blanks(600'000, ' '), digits(300'000, '7');
+    const std::string line = "1" + blanks + "2 " + digits + " 0 1 2 3\n";
+    Reading reading("4294967295\n" + line + line + blanks);
+    reading.Pts();
+    ASSERT_EQ(reading.container.Size(), 2u);
+    EXPECT_EQ(reading.container.First()->points[1].y(), 2);
+    EXPECT_TRUE(std::isinf(reading.container.First()->points[1].z()));
+    EXPECT_EQ(reading.container.First()->points[1].GetBlue(), 3);
+}
+
+TEST(CloudImport, FilesBecomeNamedCloudsBesideTheOthers) {
+    const TempFolder folder;
+    const std::filesystem::path path = folder.path / "hall.pts";
+    const std::wstring name = folder.Write("hall.pts", "1 2 3 0 1 2 3\n");
+    // 2001-09-09, a billion seconds after 1970.
+    std::filesystem::last_write_time(
+        path, std::chrono::file_clock::from_sys(std::chrono::sys_seconds(std::chrono::seconds(1'000'000'000))));
+    ZoPointCloudContainer container;
+    container.AddCloud()->AddPoint(ZoScanPoint3d(9, 9, 9, 0));
+    ZoPointCloudReadResult result;
+    EXPECT_TRUE(container.ReadPtsFile(name.c_str(), result));
+    EXPECT_TRUE(container.ReadXYZFile(name.c_str(), result));
+    EXPECT_EQ(result.points, 2u);
+    ASSERT_EQ(result.clouds.size(), 2u);
+    for (const ZoPointCloud* cloud : result.clouds) {
+        EXPECT_EQ(cloud->GetName(), L"hall.pts");
+        EXPECT_EQ(cloud->scanInfo.timeStart, 1'000'000'000);
+    }
+    EXPECT_EQ(result.clouds[1]->GetId(), 3u);
+    EXPECT_EQ(container.GetDirty(), 3u);
+    EXPECT_EQ(container.box.xmin, 1);
+    EXPECT_EQ(container.box.xmax, 9);
+    EXPECT_EQ(container.center.GetCount(), 3);
+
+    // What cannot be read changes nothing.
+    const auto fails = [&](bool answer, int expected) {
+        EXPECT_FALSE(answer);
+        EXPECT_EQ(result.error, expected);
+        EXPECT_EQ(container.GetDirty(), 3u);
+        result.error = 0;
+    };
+    fails(container.ReadPtsFile(folder.Name("missing"), result), ENOENT);
+    fails(container.ReadXYZFile(folder.Name("missing"), result), ENOENT);
+    fails(container.ReadPtsFile(folder.Name(""), result), EINVAL);
+    fails(container.ReadXYZFile(static_cast<const wchar_t*>(nullptr), result), ENOENT);
+    fails(container.ReadLasLazFile(static_cast<const wchar_t*>(nullptr), result), 4);
+    fails(container.ReadLasLazFile(folder.Name("missing"), result), 3);
+    fails(container.ReadLasLazFile(name.c_str(), result), 3);
+    EXPECT_EQ(result.points, 2u);
+}
+
+TEST(CloudImport, LasFieldsKeepTheirHighBytes) {
+    std::string bytes = las_bytes::Header(2, 2, 26, 4'000'000'000);
+    std::string record(26, '\0');
+    las_bytes::Put(record, 0, std::int32_t{150});
+    las_bytes::Put(record, 4, std::int32_t{-100});
+    las_bytes::Put(record, 8, std::int32_t{7});
+    las_bytes::Put(record, 12, std::uint16_t{0xffff});
+    las_bytes::Put(record, 20, std::uint16_t{0x01ff});
+    las_bytes::Put(record, 22, std::uint16_t{0xfe00});
+    las_bytes::Put(record, 24, std::uint16_t{0x00ff});
+    const TempFolder folder;
+    ZoPointCloudContainer container;
+    ZoPointCloudReadResult result;
+    EXPECT_TRUE(container.ReadLasLazFile(folder.Write("a.las", bytes + record + record.substr(1)), result));
+    ASSERT_EQ(result.clouds.size(), 1u);
+    EXPECT_EQ(Text(*result.clouds[0]), "1001.5 1998 0.5 1 254 0 255\n");
+    EXPECT_LE(result.clouds[0]->points.capacity(), bytes.size() + 52);
+    EXPECT_EQ(result.clouds[0]->GetName(), L"a.las");
+    EXPECT_EQ(result.clouds[0]->noColors, 0u);
+    EXPECT_EQ(container.center.GetCount(), 1);
+}
+
+TEST(CloudImport, TheHostSeesItComeOn) {
+    const TempFolder folder;
+    std::string text;
+    while (text.size() < 3'000'000)
+        text += "1.25 2.5 3.75 0 1 2 3\n";
+    folder.Write("a.pts", text);
+    std::string las = las_bytes::Header(2, 0, 20, 100'000);
+    folder.Write("a.las", las + std::string(2'000'000, '\0'));
+    RecordedHost host;
+    ZoProgressBarRouter::SetMsgHWND(reinterpret_cast<HWND>(&host));
+    ZoPointCloudContainer container;
+    ZoPointCloudReadResult result;
+    const std::function<bool()> reads[] = {[&] { return container.ReadPtsFile(folder.Name("a.pts"), result); },
+                                           [&] { return container.ReadXYZFile(folder.Name("a.pts"), result); },
+                                           [&] { return container.ReadLasLazFile(folder.Name("a.las"), result); }};
+    for (const auto& read : reads) {
+        host.posts.clear();
+        EXPECT_TRUE(read());
+        EXPECT_GE(host.posts.size(), 30u);
+        EXPECT_LE(host.posts.size(), 100u);
+        EXPECT_EQ(std::get<1>(host.posts.front()), ZoProgressBarRouter::GetMsgShowProgressBar());
+        EXPECT_EQ(std::get<1>(host.posts.back()), ZoProgressBarRouter::GetMsgHideProgresBar());
+        for (std::size_t i = 2; i + 1 < host.posts.size(); ++i)
+            EXPECT_LT(std::get<2>(host.posts[i - 1]), std::get<2>(host.posts[i]));
+        EXPECT_EQ(ZoProgressBarRouter::GetProgressBarPos(), 100);
+    }
+    ZoProgressBarRouter::SetMsgHWND(nullptr);
+}
+
+// Counts, bounds and sums come from a script that takes the text or the records apart.
+TEST(CloudImport, RealFilesGiveWhatAScriptFound) {
+    struct RealFile {
+        std::string name;
+        std::size_t points;
+        double bounds[6];
+        double sums[3];
+        int colors[4];  // sums of red, green, blue, intensity
+    };
+    const double kSum = 1e-3;  // of ten thousand sums at map coordinates
+    const RealFile files[] = {
+        {"pts/test.pts",
+         19,
+         {-25.050461, -24.533554, -2.000961, 3.980972, -2.006119, -0.010086},
+         {-352.692185, -412.48265, -22.633043},
+         {443, 312, 254, 906}},
+        {"pts/autzen.pts",
+         10,
+         {636102.840012, 848968.800003, 427.919998, 636126.400009, 849345.199997, 512.139999},
+         {6361203.110017, 8490797.470032, 4448.180021},
+         {1019, 1157, 923, 646}},
+        {"xyz/data.xyz",
+         400,
+         {440750.0, 3750150.0, 74.0, 441890.0, 3751290.0, 255.0},
+         {176528000.0, 1500288000.0, 50706.0},
+         {0, 0, 0, 0}},
+        {"ply/option-0000_first40.ply",
+         40,
+         {-0.04685160145163536, 0.816336989402771, -3.309149980545044, 0.9156180024147034, 1.187790036201477,
+          -2.460020065307617},
+         {16.617858733981848, 41.532750964164734, -118.54323077201843},
+         {5858, 5579, 5467, 0}},
+        {"las/simple.las",
+         1065,
+         {635619.85, 848899.70, 406.59, 638982.55, 853535.43, 586.38},
+         {678721022.97, 906580758.49, 462314.2},
+         {0, 0, 0, 0}},
+        {"las/simple.laz",
+         1065,
+         {635619.85, 848899.70, 406.59, 638982.55, 853535.43, 586.38},
+         {678721022.97, 906580758.49, 462314.2},
+         {0, 0, 0, 0}},
+        {"las/1.2-with-color.copc.laz",
+         1065,
+         {635619.85, 848899.70, 406.59, 638982.55, 853535.43, 586.38},
+         {678721022.97, 906580758.49, 462314.2},
+         {0, 0, 0, 0}},
+        {"las/test1_4.las",
+         1000,
+         {1694038.4456374517, 1816492.7062700584, 5592.7499174683535, 1694539.677014474, 1816497.9762624602,
+          5599.069686751426},
+         {1694379477.654358, 1816495465.573157, 5597520.532653075},
+         {0, 0, 0, 0}},
+        {"las/bad_vlr_count.las",
+         10,
+         {289814.15, 4320978.61, 170.58, 289818.5, 4320980.59, 170.76},
+         {2898163.22, 43209796.05, 1706.79},
+         {0, 0, 0, 8}},
+    };
+    if (!std::filesystem::exists(kData)) GTEST_SKIP() << "no " << kData;
+    for (const RealFile& file : files) {
+        SCOPED_TRACE(file.name);
+        const std::filesystem::path path = kData / file.name;
+        const std::wstring name = string2wstring(path.native());
+        Container container;
+        ZoPointCloudReadResult result;
+        if (path.extension() == ".pts") {
+            EXPECT_TRUE(container.ReadPtsFile(name, result));
+        } else if (path.extension() == ".xyz") {
+            EXPECT_TRUE(container.ReadXYZFile(name, result));
+        } else if (path.extension() == ".ply") {
+            std::ifstream stream(path);
+            EXPECT_NE(container.ObsolteReadPlyFile(stream), nullptr);
+        } else {
+            EXPECT_TRUE(container.ReadLasLazFile(name, result));
+        }
+        ASSERT_EQ(container.Size(), file.points);
+        const ZoBoundingBox3d& box = container.box;
+        const double bounds[] = {box.xmin, box.ymin, box.zmin, box.xmax, box.ymax, box.zmax};
+        for (int i = 0; i < 6; ++i)
+            EXPECT_NEAR(bounds[i], file.bounds[i], 1e-9);
+        double sums[3] = {};
+        int colors[4] = {};
+        for (const ZoScanPoint3d& point : container.First()->points) {
+            for (int i = 0; i < 3; ++i)
+                sums[i] += point[i];
+            for (int i = 0; i < 4; ++i)
+                colors[i] += static_cast<int>(point.color >> 8 * i & 0xff);
+        }
+        for (int i = 0; i < 3; ++i)
+            EXPECT_NEAR(sums[i], file.sums[i], kSum);
+        for (int i = 0; i < 4; ++i)
+            EXPECT_EQ(colors[i], file.colors[i]);
+    }
+}
+
+}  // namespace
