@@ -23,7 +23,7 @@ PhotoGeometry CentredPhoto() {
     PhotoGeometry photo;
     photo.width = 4000.9;
     photo.height = 3000.9;
-    photo.pixelsPerMm = 160;
+    photo.pixelsPerMm = [] { return 160.0; };
     const double matrix[] = {1 / 160.0, 0, -12.5, 0, 1 / 160.0, -9.375, 0, 0, 1};
     photo.digiToBiko.Set(matrix, 3, 3);
     photo.flippedDigiToBiko = [](double* x, double* y) {
@@ -167,7 +167,7 @@ TEST(CameraPair, WithoutAFocalLengthNothingIsAdjusted) {
         EXPECT_TRUE(stays(camera)) << focal;
 
         PhotoGeometry photo = CentredPhoto();
-        photo.pixelsPerMm = focal;
+        photo.pixelsPerMm = [focal] { return focal; };
         ZoCamera classic = ClassicCamera();
         EXPECT_FALSE(CreateLibraryCameraFromClassic(classic, &photo)) << focal;
         EXPECT_EQ(classic.GetCamPair(), nullptr);

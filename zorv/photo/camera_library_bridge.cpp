@@ -65,7 +65,7 @@ std::wstring NameOfModel(std::uint32_t model) {
 bool CreateLibraryCameraFromClassic(ZoCamera& camera, const PhotoGeometry* photo) {
     const bool isInstrument = camera.IsTs15();
     if (!photo || !(camera.IsOldZorv() || isInstrument) || IsTurned(photo->digiToBiko)) return false;
-    const double s = photo->pixelsPerMm;
+    const double s = photo->pixelsPerMm();
     const double focal = s * camera.c;
     if (focal == 0.0 || !std::isfinite(focal)) return false;
 
@@ -119,7 +119,7 @@ void CreateLibraryCamera(ZoCamera& camera, const PhotoGeometry* photo, bool from
 
 void TakeLibraryCamera(ZoCamera& camera, const Camera& library, const PhotoGeometry* photo) {
     const Camera source = library;  // the given one may be part of the pair that goes
-    const double mmPerPixel = photo ? 1.0 / photo->pixelsPerMm : 1.0;
+    const double mmPerPixel = photo ? 1.0 / photo->pixelsPerMm() : 1.0;
     for (const auto& parameter : kCameraParameters)
         camera.*parameter.member = 0.0;
     camera.SetId(source.id);

@@ -124,7 +124,7 @@ bool ZoBikoTransform::Transform(double* x, double* y, double* z) const {
     const auto flipInside = [&](bool good) {
         if (!flip) return good;
         *y = height - *y;
-        return good && !(*y < 1 || *x < 1 || *x >= width - 1 || *y >= height - 1);
+        return good && *x >= 1 && *y >= 1 && *x < width - 1 && *y < height - 1;
     };
     const auto polyMain = [&] {
         if (poly) mainTrafo.Transform(x, y);

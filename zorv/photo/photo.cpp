@@ -82,6 +82,7 @@ ZoPhoto& ZoPhoto::operator=(const ZoPhoto& other) {
     elspList.Destroy();
     attributeList.Destroy();
     imoList.Destroy();
+    sortHelperImo = sortHelperMeasure = ZoSortHelper<ZoPoint>(nullptr);
     Init();
     ZoObject::operator=(other);
     comment = other.comment;

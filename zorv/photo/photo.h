@@ -80,7 +80,7 @@ class ZORV_API ZoPhoto : public TZoFlagNode<ZoPhoto> {
     static ZoPhoto* cast(const ZoObject* object);
     static const char* desc() { return gpDesc; }
 
-    /// Sets the defaults of all fields but id, name, flags, camera, reseau, trafos and the lists.
+    /// Sets the defaults of all fields but id, name, flags, regions, camera, reseau, trafos, rotation and the lists.
     void Init();
     /// Drops measurements, rectifications and attributes and takes everything else of the other photo, but not its
     /// lists.
@@ -186,6 +186,7 @@ class ZORV_API ZoPhoto : public TZoFlagNode<ZoPhoto> {
     ZoPoint* FindSortedMeasure(unsigned int number) const { return sortHelperMeasure.Find(number); }
     const ZoSortHelper<ZoPoint>& GetSortHelperImo() const { return sortHelperImo; }
     const ZoSortHelper<ZoPoint>& GetSortHelperMeasure() const { return sortHelperMeasure; }
+    /// Give every point the photo's number, and its address in spare1.
     void SetPhotoIdToImoList();
     void SetPhotoIdToMeasureList();
 
@@ -194,7 +195,7 @@ class ZORV_API ZoPhoto : public TZoFlagNode<ZoPhoto> {
     int CopyMeasureTo(ZoPointList* list) const { return measureList.CopyTo(list); }
     int CopyMeasureToImo() { return measureList.CopyTo(&imoList); }
     /// The points whose id is in the set, or all without one. With `clear` the Measure list is emptied first, and each
-    /// copy keeps the address of its source in spare1.
+    /// copy keeps the address of its source in spare2.
     int CopyImoToMeasure(bool clear, const std::set<unsigned int>* ids);
     void MoveImoTo(ZoPointList* list) { imoList.MoveTo(list); }
     void MoveMeasureTo(ZoPointList* list) { measureList.MoveTo(list); }

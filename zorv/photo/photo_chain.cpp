@@ -44,7 +44,7 @@ double PixelSizeAlong(const ZoPhoto& photo, double x, double y) {
 }  // namespace
 
 void ZoPhoto::SetCamera(const ZoCamera& newCamera, bool fromClassic) {
-    camera.DeleteCamPair();
+    if (&newCamera != &camera) camera.DeleteCamPair();
     camera = newCamera;
     if (camera.rmax == 0.0) camera.rmax = GetMaxBikoRadius();
     camera.CreateLibAutoCam(this, fromClassic);

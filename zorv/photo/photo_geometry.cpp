@@ -9,8 +9,8 @@ std::optional<PhotoGeometry> GeometryOf(ZoPhoto* photo) {
     PhotoGeometry geometry;
     geometry.width = photo->digiRegion.Width();
     geometry.height = photo->digiRegion.Height();
-    geometry.pixelsPerMm = photo->GetPhotoPixelScale();
     geometry.digiToBiko = photo->GetReseauTrafoMat();
+    geometry.pixelsPerMm = [photo] { return photo->GetPhotoPixelScale(); };
     geometry.flippedDigiToBiko = [photo](double* x, double* y) {
         photo->SetBikoTransform(eDigiToBiko, true);
         double z = 0.0;

@@ -70,14 +70,12 @@ void ZoPhoto::GetRotAOR(double& a, double& b, double& c) const {
 
 void ZoPhoto::GetAOR(ZoMatrix* pose) const {
     if (!pose) return;
-    ZoMatrix m(4, 4);
-    m.SetIdent();
-    for (int row = 1; row <= 3; ++row) {
-        for (int column = 1; column <= 3; ++column)
-            m[row][column] = rotAOR[row][column];
-        m[row][4] = posAOR[row];
-    }
-    *pose = m;
+    const ZoMatrix& r = rotAOR;
+    const double values[] = {r[1][1], r[1][2], r[1][3], posAOR[1],  //
+                             r[2][1], r[2][2], r[2][3], posAOR[2],  //
+                             r[3][1], r[3][2], r[3][3], posAOR[3],  //
+                             0.0,     0.0,     0.0,     1.0};
+    pose->Set(values, 4, 4);
 }
 
 void ZoPhoto::GetAOR(ZoPoint* point, bool gon) const {

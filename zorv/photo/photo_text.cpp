@@ -1,5 +1,7 @@
 // The text form of a photo: one block of keywords.
 
+#include <algorithm>
+#include <cstdint>
 #include <ostream>
 
 #include "zorv/core/block_keywords.h"
@@ -18,7 +20,7 @@ void TakeUserData(const std::string& text, std::int32_t& page, std::int32_t& tur
     constexpr int kOldThreeQuarters = 3;
     const std::vector<std::string> fields = StringSplit(text, ";");
     if (fields.size() < 3) return;
-    page = zorv::detail::ParseInt(fields[1]) + 1;
+    page = std::min(zorv::detail::ParseInt(fields[1]), INT32_MAX - 1) + 1;
     turn = zorv::detail::ParseInt(fields[2]);
     if (turn == kOldThreeQuarters) turn = 0;
 }
