@@ -144,3 +144,4 @@
 #include "zorv/rectify/rectified_plane.h"
 #include "zorv/rectify/select_volume3d.h"
 #include "zorv/report/html_report.h"
+#include "zorv/version.h"

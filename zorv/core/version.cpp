@@ -1,0 +1,9 @@
+#include "zorv/version.h"
+
+int ZoGetVersionNumber() {
+    return ZORV_VERSION_NUMBER;
+}
+
+const char* ZoGetVersionText() {
+    return ZORV_VERSION_TEXT;
+}
