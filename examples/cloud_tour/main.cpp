@@ -134,8 +134,7 @@ class Tour {
     void Statistics(const ZoPointCloud& cloud) {
         const ZoBoundingBox3d& box = cloud.GetBox();
         std::printf("  %s points in %.0f ms, x %.3f..%.3f, y %.3f..%.3f, z %.3f..%.3f\n", Count(cloud.Size()).c_str(),
-                    importSeconds * 1000, box.Xmin(), box.Xmax(), box.Ymin(), box.Ymax(),
-                    box.Zmin(), box.Zmax());
+                    importSeconds * 1000, box.Xmin(), box.Xmax(), box.Ymin(), box.Ymax(), box.Zmin(), box.Zmax());
     }
 
     void Normals(ZoPointCloud& cloud) {
