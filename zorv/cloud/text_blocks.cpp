@@ -86,10 +86,9 @@ bool TextBlocks::Next(std::string_view& block) {
 bool TextBlocks::NextOfView() {
     const std::string_view rest = view.substr(static_cast<std::size_t>(position));
     if (rest.empty()) return false;
-    std::size_t end = rest.npos;
     const std::size_t wanted = std::max(view.size() / kBlocksOfView, kSmallestBlock);
-    if (wanted < rest.size()) end = rest.find('\n', wanted - 1);
-    if (end == rest.npos) end = rest.rfind('\n');
+    std::size_t end = rest.find('\n', wanted - 1);
+    if (end == rest.npos) end = rest.substr(0, wanted - 1).rfind('\n');
     current = end == rest.npos ? rest : rest.substr(0, end + 1);
     return true;
 }

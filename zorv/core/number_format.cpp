@@ -1,6 +1,7 @@
 #include "zorv/core/number_format.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cstddef>
 #include <limits>
@@ -19,6 +20,13 @@ bool PassSign(const char*& at, const char* end) {
         ++at;
     if (at == end || (*at != '-' && *at != '+')) return false;
     return *at++ == '-';
+}
+
+/// Whether a hexadecimal number begins here: what stands behind its "0x" must be no sign or word.
+bool IsHex(const char* at, const char* end) {
+    if (end - at <= 2 || at[0] != '0' || (at[1] != 'x' && at[1] != 'X')) return false;
+    const char* const digit = at[2] == '.' ? at + 3 : at + 2;
+    return digit != end && std::isxdigit(static_cast<unsigned char>(*digit)) != 0;
 }
 
 /// Whether a decimal number that from_chars found out of range is too large, rather than too small.
@@ -53,11 +61,11 @@ double ParseDouble(std::string_view text) {
     if (at == end || *at == '-') return 0.0;
 
     double value = 0.0;
-    const bool hex = end - at > 2 && at[0] == '0' && (at[1] == 'x' || at[1] == 'X');
+    const bool hex = IsHex(at, end);
     const auto format = hex ? std::chars_format::hex : std::chars_format::general;
     const auto result = std::from_chars(hex ? at + 2 : at, end, value, format);
     // Without a digit not even the sign counts.
-    if (result.ec == std::errc::invalid_argument && !hex) return 0.0;
+    if (result.ec == std::errc::invalid_argument) return 0.0;
     if (result.ec == std::errc::result_out_of_range) {
         const bool tooLarge = hex ? std::find(at, result.ptr, '-') == result.ptr : IsTooLarge(at, result.ptr);
         value = tooLarge ? std::numeric_limits<double>::infinity() : 0.0;
@@ -74,7 +82,7 @@ int ParseInt(std::string_view text) {
     std::int64_t value = 0;
     for (; at != end && *at >= '0' && *at <= '9'; ++at) {
         value = value * 10 + (*at - '0');
-        if (value > kHighest) value = kHighest + 1;
+        if (value > kHighest) break;
     }
     if (negative) return static_cast<int>(-value < kLowest ? kLowest : -value);
     return static_cast<int>(static_cast<std::uint32_t>(value > kHighest ? kHighest : value));
