@@ -2,7 +2,8 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+
+#include "archive_form.h"
 
 namespace {
 
@@ -41,22 +42,6 @@ class ProjectArchive : public CZipWrapper {
     const Project* project = nullptr;
 };
 
-/// The bytes of a list's archive form.
-template <class List>
-std::string ArchiveForm(const List& list) {
-    struct Bytes : CZipWrapper {
-        void WriteItem() override {}
-    };
-    Bytes size;
-    list.WriteV9(&size);
-    Bytes bytes;
-    bytes.bufferSize = size.sizedBytes;
-    bytes.buffer = std::make_unique<char[]>(bytes.bufferSize);
-    bytes.sizing = false;
-    list.WriteV9(&bytes);
-    return std::string(bytes.buffer.get(), bytes.bufferSize);
-}
-
 template <class Record>
 void WriteBlock(std::ostream& stream, const char* keyword, const Record& record) {
     stream << s12 << keyword << w4 << ZoBeginBlockNL;
@@ -69,18 +54,13 @@ void WriteBlock(std::ostream& stream, const char* keyword, const Record& record)
 int Project::ReadText(const std::wstring& file) {
     points.SetMask(PointColumns());
     ZoReader reader(file);
-    reader.RegisterObject(ZoReaderObject("CAMERA", Link(this, &Project::ReadCamera)));
+    reader.RegisterObject(ZoReaderObject("CAMERA", Link(&cameras, &ZoCameraList::ReadFormatFull)));
     reader.RegisterObject(ZoReaderObject("PHOTO", Link(&photos, &ZoPhotoList::AddPhoto)));
     reader.RegisterObject(ZoReaderObject("PLANE", Link(this, &Project::ReadPlane)));
     reader.RegisterObject(ZoReaderObject("COORDINATES", Link(&points, &ZoPointList::Read)));
     reader.DoProcess(false);
     reader.LogErrorsToApplicationLogger();
     return reader.GetReadErrorCount();
-}
-
-long Project::ReadCamera(ZoReaderObject* object) {
-    cameras.Add(ZoCamera(object, true));
-    return 1;
 }
 
 long Project::ReadPlane(ZoReaderObject* object) {

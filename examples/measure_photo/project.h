@@ -23,7 +23,6 @@ class Project : public LinkHdl {
     ZoPointList points;
 
   private:
-    long ReadCamera(ZoReaderObject* object);
     long ReadPlane(ZoReaderObject* object);
 };
 

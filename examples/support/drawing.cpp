@@ -44,6 +44,14 @@ bool Finite(Place place) {
 
 }  // namespace
 
+double RoundBelow(double value) {
+    const double power = std::pow(10.0, std::floor(std::log10(value)));
+    for (const double factor : {5.0, 2.0}) {
+        if (factor * power <= value) return factor * power;
+    }
+    return power;
+}
+
 Extent ExtentOf(const std::vector<Place>& places) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     Extent extent{{kInfinity, kInfinity}, {-kInfinity, -kInfinity}};
@@ -103,6 +111,18 @@ void Drawing::Grid() {
     body += "</g>\n";
 }
 
+void Drawing::AxisNames(const std::string& x, const std::string& y) {
+    const double right = X(highest.x);
+    body += Text("<text x=\"%.1f\" y=\"%.1f\" font-size=\"11\" text-anchor=\"end\">", right, bottom + 30) + Escape(x) +
+            "</text>\n";
+    const double beside = left - 44;
+    const double middle = (bottom + Y(highest.y)) / 2;
+    body +=
+        Text("<text x=\"%.1f\" y=\"%.1f\" font-size=\"11\" text-anchor=\"middle\" transform=\"rotate(-90 %.1f %.1f)\">",
+             beside, middle, beside, middle) +
+        Escape(y) + "</text>\n";
+}
+
 void Drawing::Title(const std::string& text) {
     body += Text("<text x=\"%.1f\" y=\"46\" font-size=\"13\">", kMargin) + Escape(text) + "</text>\n";
 }
@@ -123,6 +143,15 @@ void Drawing::ScaleBar(const std::string& unit) {
     body += Text("<path d=\"M%.1f 22 v5 h%.1f v-5\" fill=\"none\" stroke=\"#000\"/>", right - length, length);
     body += Text("<text x=\"%.1f\" y=\"22\" font-size=\"11\" text-anchor=\"middle\">%g ", right - length / 2, step) +
             Escape(unit) + "</text>\n";
+}
+
+void Drawing::ScaleArrow(double length, const std::string& meaning, const char* colour) {
+    constexpr double kRow = 42;
+    const double right = highest.x;
+    const double row = highest.y + (Y(highest.y) - kRow) / scaleY;
+    Arrow({right - length, row}, {right, row}, colour);
+    body += Text("<text x=\"%.1f\" y=\"%.1f\" font-size=\"11\" text-anchor=\"end\">", X(right - length) - 8, kRow + 4) +
+            Escape(meaning) + "</text>\n";
 }
 
 void Drawing::NorthArrow() {

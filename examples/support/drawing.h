@@ -28,10 +28,14 @@ class Drawing {
 
     /// Lines at round coordinates with their values.
     void Grid();
+    /// What the axes of the grid are, with their units.
+    void AxisNames(const std::string& x, const std::string& y);
     void Title(const std::string& text);
     void Legend(const std::vector<Mark>& marks);
     /// One step of the grid long.
     void ScaleBar(const std::string& unit);
+    /// Shows how long an arrow of that many ground units is; for arrows that are not drawn in the scale of the ground.
+    void ScaleArrow(double length, const std::string& meaning, const char* colour);
     void NorthArrow();
 
     void Dot(Place place, const char* colour, double radius = 2.5);
@@ -68,6 +72,9 @@ class Drawing {
     std::vector<Box> labels;
     std::string body;
 };
+
+/// The largest of 1, 2, 5 times a power of ten that is not above a positive value.
+double RoundBelow(double value);
 
 /// The smallest rectangle around all finite places; one unit square around the origin when there are none.
 struct Extent {

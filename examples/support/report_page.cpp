@@ -6,7 +6,15 @@
 std::string Escape(const std::string& text) {
     std::string escaped = StringReplace(text, std::string("&"), std::string("&amp;"));
     escaped = StringReplace(escaped, std::string("<"), std::string("&lt;"));
-    return StringReplace(escaped, std::string(">"), std::string("&gt;"));
+    escaped = StringReplace(escaped, std::string(">"), std::string("&gt;"));
+    std::string ascii;
+    for (const wchar_t character : string2wstring(escaped)) {
+        if (character < 0x80)
+            ascii += static_cast<char>(character);
+        else
+            ascii += "&#" + std::to_string(static_cast<unsigned int>(character)) + ";";
+    }
+    return ascii;
 }
 
 void ReportPage::Heading(const std::string& text) {

@@ -31,5 +31,5 @@ class ReportPage {
     bool picturesWritten = true;
 };
 
-/// Text with the characters that mean something in HTML escaped.
+/// Text with the characters that mean something in HTML, and those beyond ASCII, escaped.
 std::string Escape(const std::string& text);

@@ -104,8 +104,9 @@ class ZORV_API ZoCamera : public TZoFlagNode<ZoCamera> {
 
     /// From corrected to raw image coordinates, in place. False, and nothing changes, for a camera of id 0 and for a
     /// point outside the table. In modes 0 and 1 the table reaches rmax to each side, or 30 mm and 8 mm when that is 0,
-    /// and its answer is good to a small fraction of its step, 1/390 of the reach. A mode 3 camera without a pair
-    /// leaves the point and answers true; other modes without a pair iterate on a1, a2, r0.
+    /// and its answer is good to a fraction of its step, 1/390 of the reach: the smaller, the weaker the distortion. A
+    /// mode 3 camera without a pair leaves the point and answers true; other modes without a pair iterate on a1, a2,
+    /// r0.
     bool InvAdjust(double* x, double* y) const;
     bool InvAdjust(ZoPoint* point) const;
     bool InvAdjust(ZoPointList* list) const;
@@ -138,6 +139,7 @@ class ZORV_API ZoCamera : public TZoFlagNode<ZoCamera> {
     /// ZoParserStatus, with the values before the offending token taken.
     long Read(ZoReaderObject* object);
     /// Keyword form, up to the end of the block, in any order. A camera without an RM gets the rmax 2.1 r0. Returns 1.
+    /// A keyword without a block leaves this camera as a target of the reader, which it must outlive then.
     long ReadFullData(ZoReaderObject* object);
     /// These three write with 17 significant digits; not-a-number and infinity become 0.
     std::ostream& Write(std::ostream& stream) const;
