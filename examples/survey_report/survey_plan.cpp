@@ -5,6 +5,7 @@
 std::string DrawPlan(const std::vector<PlanPoint>& points, const std::vector<Mark>& marks, int width, int height,
                      PlanView view) {
     std::vector<Place> places;
+    places.reserve(points.size());
     for (const PlanPoint& point : points)
         places.push_back({point.x, point.y});
     auto [low, high] = ExtentOf(places);

@@ -1,6 +1,7 @@
 #include "zorv/cloud/cloud_buffer.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <limits>
 
@@ -78,7 +79,7 @@ void ZoFileBuffMemoryMap::ReadAhead() {
     std::memmove(window.get(), cursor, left);
     const std::uint64_t unread = size - position - left;
     const auto room = static_cast<std::size_t>(std::min<std::uint64_t>(unread, kWindowSize - left));
-    const zorv::detail::FileHandle handle(reinterpret_cast<void*>(file));
+    const zorv::detail::FileHandle handle(std::bit_cast<void*>(file));
     const std::int64_t got = handle.Read(window.get() + left, room);
     base = position;
     cursor = window.get();
