@@ -19,13 +19,10 @@ constexpr int kTextPrecision = 16;
 }  // namespace
 
 void ZoLokalSystemDef::AdjustPlanebyAxisMode() {
-    if (axisMode == eAxisX && planeMode == ePlaneYZ) {
-        planeMode = ePlaneXY;
-    } else if (axisMode == eAxisY && planeMode == ePlaneZX) {
-        planeMode = ePlaneXY;
-    } else if (axisMode == eAxisZ && planeMode == ePlaneXY) {
-        planeMode = ePlaneYZ;
-    }
+    const bool isAcross = (axisMode == eAxisX && planeMode == ePlaneYZ) ||
+                          (axisMode == eAxisY && planeMode == ePlaneZX) ||
+                          (axisMode == eAxisZ && planeMode == ePlaneXY);
+    if (isAcross) planeMode = axisMode == eAxisZ ? ePlaneYZ : ePlaneXY;
 }
 
 void ZoLokalSystemDef::ClearScaleDef() {
