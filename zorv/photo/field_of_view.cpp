@@ -23,10 +23,16 @@ std::array<ZoTrinagle3d, ZoPhotoFieldOfView::kSides> Sides(const ZoPhotoFieldOfV
     return sides;
 }
 
+/// Without a depth the far points fall together, and no side has an area.
+bool HasDepth(const ZoPhotoFieldOfView& view) {
+    return !(view.farPoints[0] == view.farPoints[2]);
+}
+
 }  // namespace
 
 bool ZoPhotoFieldOfView::Intersect(const ZoPhotoFieldOfView& other, bool ifUnknown) const {
     if (!valid || !other.valid) return ifUnknown;
+    if (!HasDepth(*this) || !HasDepth(other)) return false;
     const auto own = Sides(*this);
     const auto others = Sides(other);
     for (const ZoTrinagle3d& side : own) {

@@ -18,7 +18,7 @@ class ZORV_API ZoPhotoFieldOfView {
     const ZoPoint& GetFarPoint(int i) const { return farPoints[Clamped(i)]; }
 
     /// Whether the two pyramids, each cut off at its far points, touch with their sides; `ifUnknown` when either is not
-    /// valid.
+    /// valid, false when a depth is unknown.
     bool Intersect(const ZoPhotoFieldOfView& other, bool ifUnknown) const;
     /// Writes apex, far points and sides as an ASCII PLY file (name in UTF-8). False when it is not valid or the file
     /// cannot be written; an old file then stays.
