@@ -9,6 +9,10 @@
 
 inline void UsePhoto(ZoPhoto& photo) {
     Require(photo.rotAOR.GetZeilen() == 3 && photo.rotAOR.GetSpalten() == 3 && photo.posAOR.GetSize() == 3);
+    photo.CreateAutoLibCamera();
+    photo.SetZorvLibAutoDataFromInternalData();
+    // Inverse tables take their time and have a harness of their own.
+    if (!photo.camera.GetCamPair()) photo.camera.SetPinholeCamera();
     for (int mode = 0; mode <= 14; ++mode) {
         ZoPoint point(1, 0.5, -7.0, 3.0, 0);
         ZoPoint inBulk(point);
@@ -23,8 +27,6 @@ inline void UsePhoto(ZoPhoto& photo) {
     ZoPoint found;
     const bool isFound = photo.CalcSip(&found, plane, 1, false);
     Require(isFound || photo.GetLastError() != 0);
-    photo.CreateAutoLibCamera();
-    photo.SetZorvLibAutoDataFromInternalData();
     photo.SetBikoTransform(eDigiToImage, true);
     ZoLine3d ray;
     photo.CalcRayDirection(ray, 1.0, 2.0);
@@ -44,5 +46,4 @@ inline void UsePhoto(ZoPhoto& photo) {
     ZoPhoto::GuiString(&photo, true);
     list.First()->RescaleTo(0.5);
     list.First()->RescaleTo(2.0, 3.0);
-    ZoCamera::DeleteInvAdjustTables();
 }

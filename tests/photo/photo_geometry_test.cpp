@@ -92,13 +92,6 @@ TEST(PhotoGeometry, RaysOfEveryLensLeadBackToTheirPixels) {
             EXPECT_NEAR(d[2] / -d[3], -y, kDigits);
         };
         EXPECT_LT(WorstReturn(photo, isOfLens), 1e-3) << "pixels";
-
-        const ZoPhoto copy(photo);
-        ZoPoint point(0, 3, 4, 0, 0);
-        ZoPoint copied = point;
-        photo.ConvertBiko(&point, eBikoToImage);
-        copy.ConvertBiko(&copied, eBikoToImage);
-        EXPECT_LT(point.Distance(copied), kDigits);
     }
 }
 
@@ -302,7 +295,6 @@ TEST(PhotoGeometry, FieldOfViewIsThePyramidOfTheImage) {
               "0.000000 0.000000 10.000000\n-7.500000 -3.750000 -5.000000\n7.500000 -3.750000 -5.000000\n"
               "7.500000 3.750000 -5.000000\n-7.500000 3.750000 -5.000000\n"
               "3 0 1 2\n3 0 2 3\n3 0 3 4\n3 0 4 1\n");
-    EXPECT_FALSE(view.WriteAsPly((folder.path / "no folder" / "view.ply").c_str()));
     photo.SetHasAOR(false);
     EXPECT_TRUE(view.IsValid());
     photo.SetRotAOR(0, 0, 0);
@@ -358,7 +350,7 @@ TEST(PhotoGeometry, PhotosAreComparedByWhereTheyStandAndLook) {
     photo.bikoRegion.LL.x = 2;
     photo.bikoRegion.UR.x = 3;
     EXPECT_FALSE(photo.IsInPhotoView(ZoPoint(), false));
-    photo.SetBikoRegion(ZoRegion(-2, -1, 2, 1));
+    photo.bikoRegion.LL.x = -2;
     photo.SetActiveFlag(ZoPhoto::kExtern);
     EXPECT_FALSE(photo.IsInPhotoView(ZoPoint(), false));
     photo.SetActiveFlag(ZoPhoto::kActive);
@@ -378,11 +370,6 @@ TEST(PhotoGeometry, PhotosAreComparedByWhereTheyStandAndLook) {
     EXPECT_TRUE(photo.IsSamePointOfView(other, 0));
     EXPECT_FALSE(other.IsSamePointOfView(photo, 100));
     EXPECT_TRUE(photo.IsSamePointOfView(ZoPhoto(1), 0));
-    other.SetRotAOR(0.5, 0, 0);
-    EXPECT_NEAR(photo.CalcAngle(other), 0.5, kDigits);
-    EXPECT_TRUE(photo.IsLookingInSameDirection(other));
-    other.SetRotAOR(1.6, 0, 0);
-    EXPECT_FALSE(photo.IsLookingInSameDirection(other));
 }
 
 }  // namespace

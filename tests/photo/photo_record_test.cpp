@@ -1,9 +1,9 @@
-#include <cmath>
+#include <numeric>
 #include <sstream>
 
 #include "tests/support/archive_item.h"
+#include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
-#include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
 #include "zorv/photo/photo_list.h"
@@ -11,10 +11,21 @@
 namespace {
 
 /// Every field that a record keeps has a value of its own.
-ZoPhoto FullPhoto() {
-    ZoPhoto photo(12, L"C:\\im\u00E4ge\\0012.tif");
+constexpr const char* kFullText =
+    "PHOTOID { 12 \"C:\\im\u00E4ge\\0012.tif\" } COMMENT \"facade\" DIGITALPAGE 7 DIGITALROT 2 DIGITAL 4 DIGITIZERID "
+    "21 "
+    "CHECKACTIVE 1 STATE 2 ROTATION 3 SCALE 0.125 ORIENTED 1 DIGIREGION { 0 0 600 400 } "
+    "AORM { 3 3 0 -1 0 1 0 0 0 0 1 } AORV { 3 4500000.123456789 5300000.1 1e-9 } TPS_SETUP_ID \"S1\" "
+    "CAMDATA { ID 3 NAME \"lens\" C 24.5 A2 1e-7 R0 10 RM 21 } RESEAUFILE \"plate.res\" RESEAUSUBID 6 "
+    "PRERESTRAFO { 1 1 2 3 4 } MAINRESTRAFO { 2 1 2 3 4 5 6.5 } POLYRESINVTRAFO { 3 1 2 3 4 5 6 7 8 } "
+    "ELSPPLANE { ELSPID { 1 \"wall\" } } ELSPPLANE { ELSPID { 2 \"\" } } LASTELSPID 22 "
+    "SCREENPOS { 11 22 } SCREENSIZE 33 SCREENFLAGS 44 REGOI { 1 2.5 3.5 0 0.25 }";
+
+void MakeFull(ZoPhoto& photo) {
+    photo.SetId(12);
+    photo.SetName(L"C:\\im\u00E4ge\\0012.tif");
     photo.SetFlag(ZoPhoto::kCheckActive);
-    photo.SetComment(L"facade \u00F6");
+    photo.SetComment(L"facade");
     photo.SetActiveFlag(2);
     photo.SetRotation(3);
     photo.SetHasAOR(true);
@@ -22,26 +33,25 @@ ZoPhoto FullPhoto() {
     photo.SetType(static_cast<eZoPhototype>(4));
     photo.SetDigitizer(21);
     photo.SetPixelRegion(ZoRegion(0, 0, 600, 400));
-    photo.camera = ZoCamera(3, 24.5, 0.1, -0.2, -1e-4, 1e-7, 9, "lens");
-    photo.camera.rmax = 9 * 2.1;
+    photo.camera = ZoCamera(3, 24.5, 0, 0, 0, 1e-7, 10, "lens");
+    photo.camera.rmax = 21;
     photo.SetReseauData(ZoReseauDataDesc(L"plate.res", 6));
     photo.preTrafo.Set(1, 2, 3, 4);
     photo.mainTrafo.Set(1, 2, 3, 4, 5, 6.5);
-    photo.polyInvTrafo.type = eTrafo2DPolynomial;
-    photo.polyInvTrafo.coef[19] = 1.0 / 3;
-    photo.SetRotAOR(0.1, 0.2, 0.3);
+    photo.polyInvTrafo.type = eTrafo2DProjektiv;
+    std::iota(photo.polyInvTrafo.coef, photo.polyInvTrafo.coef + 8, 1.0);
+    const double rotation[] = {0, -1, 0, 1, 0, 0, 0, 0, 1};
+    photo.SetRotAOR(ZoMatrix(rotation, 3, 3));
     photo.SetPosAOR(4'500'000.123456789, 5'300'000.1, 1e-9);
-    ZoElspTrafo wall;
-    wall.SetName(L"wall");
-    photo.AddElspTrafo(wall, true);
+    photo.AddElspTrafo(ZoElspTrafo(), true)->SetName(L"wall");
     photo.AddElspTrafo(ZoElspTrafo(), true);
+    photo.IncLastElspId(20);
     photo.SetDigPictPage(7);
     photo.SetDigPictRot(2);
     photo.SetScreenPos(ZoPosition(11, 22));
     photo.SetScreenScale(33);
     photo.SetScreenFlags(44);
     photo.SetTpsSetupId(L"S1");
-    return photo;
 }
 
 std::string Text(const ZoPhoto& photo) {
@@ -54,52 +64,22 @@ int ReadText(const std::string& text, ZoPhoto& photo) {
     return ReadBlock(text, [&](ZoReaderObject* object) { photo.Read(object); });
 }
 
-void ExpectSame(const ZoPhoto& a, const ZoPhoto& b) {
-    EXPECT_EQ(a.GetId(), b.GetId());
-    EXPECT_EQ(a.GetName(), b.GetName());
-    EXPECT_EQ(a.IsFlagSet(ZoPhoto::kCheckActive), b.IsFlagSet(ZoPhoto::kCheckActive));
-    EXPECT_EQ(a.comment, b.comment);
-    EXPECT_EQ(a.activeFlag, b.activeFlag);
-    EXPECT_EQ(a.rotation, b.rotation);
-    EXPECT_EQ(a.hasAOR, b.hasAOR);
-    EXPECT_EQ(a.scale, b.scale);
-    EXPECT_EQ(a.photoType, b.photoType);
-    EXPECT_EQ(a.digitizerId, b.digitizerId);
-    EXPECT_TRUE(a.digiRegion == b.digiRegion);
-    EXPECT_EQ(a.camera.GetName(), b.camera.GetName());
-    EXPECT_EQ(a.camera.a2, b.camera.a2);
-    EXPECT_EQ(a.camera.rmax, b.camera.rmax);
-    EXPECT_TRUE(a.reseauData.ExactMatch(b.reseauData));
-    for (const auto trafo : {&ZoPhoto::preTrafo, &ZoPhoto::mainTrafo, &ZoPhoto::polyInvTrafo}) {
-        EXPECT_EQ((a.*trafo).GetType(), (b.*trafo).GetType());
-        for (int i = 0; i < ZoTrafo2d::kCoefCount; ++i)
-            EXPECT_DOUBLE_EQ((a.*trafo).GetCoef(i), (b.*trafo).GetCoef(i));
-    }
-    EXPECT_EQ((a.rotAOR - b.rotAOR).AsString(), ZoMatrix(3, 3).AsString());
-    EXPECT_TRUE(a.posAOR == b.posAOR);
-    EXPECT_EQ(a.lastElspId, b.lastElspId);
-    EXPECT_EQ(a.digPictPage, b.digPictPage);
-    EXPECT_EQ(a.digPictRot, b.digPictRot);
-    EXPECT_TRUE(a.screenPos == b.screenPos);
-    EXPECT_EQ(a.screenScale, b.screenScale);
-    EXPECT_EQ(a.screenFlags, b.screenFlags);
-    EXPECT_EQ(a.tpsSetupId, b.tpsSetupId);
-}
-
 TEST(PhotoRecord, TextComesBack) {
-    ZoPhoto photo = FullPhoto();
-    photo.regionOfInterest.Add(ZoPoint(1, 2.5, 3.5, 0, 0))->dy = 0.25;
+    ZoPhoto photo(0u);
+    MakeFull(photo);
+    ZoPhoto read(0u);
+    EXPECT_EQ(ReadText(kFullText, read), 0);
+    EXPECT_TRUE(ArchiveBytes(read) == ArchiveBytes(photo));
+    ASSERT_EQ(read.regionOfInterest.Count(), 1);
+    EXPECT_EQ(read.regionOfInterest.First()->y + read.regionOfInterest.First()->dy, 3.75);
     ZoPhoto back(0u);
-    ASSERT_EQ(ReadText(Text(photo), back), 0) << Text(photo);
-    ExpectSame(back, photo);
-    ASSERT_EQ(back.elspList.Count(), 2);
-    EXPECT_EQ(back.FindElspTrafo(1)->GetName(), L"wall");
-    ASSERT_EQ(back.regionOfInterest.Count(), 1);
-    EXPECT_EQ(back.regionOfInterest.First()->y + back.regionOfInterest.First()->dy, 3.75);
+    EXPECT_EQ(ReadText(Text(read), back), 0) << Text(read);
+    EXPECT_TRUE(ArchiveBytes(back) == ArchiveBytes(photo));
+    EXPECT_EQ(Text(back), Text(read)) << "with the region of interest";
 
     ZoPhoto untouched(5);
     EXPECT_EQ(ReadText("", untouched), 0);
-    ExpectSame(untouched, ZoPhoto(5));
+    EXPECT_TRUE(ArchiveBytes(untouched) == ArchiveBytes(ZoPhoto(5)));
     EXPECT_TRUE(untouched.rotAOR.IsIdent() && untouched.preTrafo.GetType() == eTrafo2DHelmert);
 }
 
@@ -163,23 +143,24 @@ TEST(PhotoRecord, BadTextLeavesWhatIsFixedAlone) {
 
 TEST(PhotoRecord, ArchiveComesBackFromEveryCut) {
     ZoPhotoList list;
-    ZoPhoto* const photo = list.Add(FullPhoto());
-    photo->AddElspTrafo(ZoElspTrafo(), true);  // a copy starts without
-    photo->SetLayer(5);
-    photo->SetBikoRegion(ZoRegion(-3, -2, 3, 2));
-    photo->GetPixelSize();
+    ZoPhoto& photo = *list.Add(ZoPhoto(0u));
+    MakeFull(photo);
+    photo.SetName(L"a");
+    photo.SetComment(L"b");
+    photo.SetLayer(5);
+    photo.pixelSize = 1;
+    const std::string record = ArchiveBytes(photo);
+    EXPECT_EQ(record.substr(0, 53), HexBytes("0c000000 6100 0000 02000000 6200 0000 02000000 05000000 03000000 01 "
+                                             "000000000000c03f 000000000000f03f 04000000 15000000"));
+    EXPECT_EQ(record.substr(record.size() - 14), HexBytes("21000000 2c000000 5300 3100 0000"));
     list.Add(ZoPhoto(13));
     const std::string bytes = ArchiveBytes(list);
+    EXPECT_EQ(bytes.substr(0, 8), HexBytes("0200000000000000"));
     ZoPhotoList back;
     EXPECT_EQ(ReadArchiveBytes(bytes, back), 0u);
-    ASSERT_EQ(back.Count(), 2);
-    ExpectSame(*back.First(), *photo);
-    EXPECT_EQ(back.First()->GetLayer(), 5);
-    EXPECT_TRUE(back.First()->bikoRegion == photo->bikoRegion);
-    EXPECT_EQ(back.First()->pixelSize, photo->pixelSize);
-    EXPECT_EQ(back.First()->elspList.Count(), 1);
-    EXPECT_EQ(ArchiveBytes(back), bytes);
+    EXPECT_TRUE(ArchiveBytes(back) == bytes);
     EXPECT_EQ(back.FindWithCameraId(3), back.First());
+    EXPECT_EQ(back.First()->FindElspTrafo(1)->GetName(), L"wall");
 
     for (std::size_t cut = 0; cut < bytes.size(); ++cut) {
         ZoPhotoList part;
@@ -252,17 +233,10 @@ TEST(PhotoRecord, TextsForLists) {
     EXPECT_EQ(ZoPhoto::GuiString(&photo, true), L":: 3 - label");
     EXPECT_EQ(ZoPhoto::GuiString(&photo, false), L"3 - label");
     EXPECT_EQ(ZoPhoto::GuiString(nullptr, true), L"??");
-    photo.SetComment(nullptr);
-    EXPECT_EQ(photo.GetComment(), L"");
     photo.SetBikoRegion(ZoRegion(-3, -2, 3, 2));
     photo.SetExposureDistance(0.0025);
     EXPECT_DOUBLE_EQ(photo.ExposureDistanceCCD(), 2.5 / 6);
     EXPECT_EQ(photo.ExposureDistaceCCD_Group(), 1);
-    EXPECT_EQ(std::string(ZoPhoto::desc()), "ZoPhoto");
-    ZoPhotoDesc desc(&photo);
-    EXPECT_EQ(desc.id, 3u);
-    desc.Set(nullptr);
-    EXPECT_EQ(desc.id, 0u);
 }
 
 }  // namespace
