@@ -122,6 +122,7 @@ long ZoIdTable2D::Read(ZoReaderObject* object) {
     height = std::max(height, 0);
 
     const std::size_t cells = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    if (cells == 0) return 1;
     if (cells <= kCellsAtOnce) {
         table.Set(width, height);
         for (unsigned int& id : table.data)
@@ -151,7 +152,7 @@ void ZoIdTable2D::ReadV9(CZipWrapper* archive) {
     archive->ReadValue(width);
     archive->ReadValue(height);
     constexpr std::uint64_t kLargest = std::numeric_limits<std::int32_t>::max();
-    if (width > kLargest || height > kLargest) return;
+    if (width == 0 || height == 0 || width > kLargest || height > kLargest) return;
     if (width * height > archive->ReadBytesLeft() / sizeof(std::uint32_t)) return;
     table.Set(static_cast<int>(width), static_cast<int>(height));
     for (unsigned int& id : table.data)

@@ -55,8 +55,9 @@ class ZORV_API ZoIdTable2D {
 
     /// The number of columns, the number of rows, and the ids, one row a line.
     std::ostream& Write(std::ostream& stream) const;
-    /// Reads the same from the tokens at hand and returns 1. When the ids break off, ZoParserStatus is thrown; a table
-    /// of a size that only a large file could fill is then empty, any other one keeps what was read and is 0 behind.
+    /// Reads the same from the tokens at hand and returns 1. A table without ids has no columns and rows then. When the
+    /// ids break off, ZoParserStatus is thrown; a table of a size that only a large file could fill is then empty, any
+    /// other one keeps what was read and is 0 behind.
     long Read(ZoReaderObject* object);
 
     /// Archive record: the numbers of columns and rows (8 bytes each), the ids (4 bytes each). A record of more ids
