@@ -155,6 +155,23 @@ TEST_F(Reader, WithoutABlockTheLastValueIsLeftAtHand) {
     EXPECT_EQ(x + mark.calls, 2.5);
 }
 
+TEST_F(Reader, KeywordsBoundWithoutABlockGoWithTheirHandler) {
+    int inner = 0;
+    Found version([&](ZoReaderObject* object) {
+        object->RegisterObject(ZoReaderObject("LATER", &b));  // for the block around it, which stays
+        return 1;
+    });
+    Found record([&](ZoReaderObject* object) {
+        object->RegisterObject(ZoReaderObject("C", &inner));
+        return object->DoProcess();
+    });
+    ZoReader& file = Open("VERSION 2 RECORD C 1 7 C 5 LATER 3");  // the 7 ends the record
+    file.RegisterObject(ZoReaderObject("VERSION", version.Bind()));
+    file.RegisterObject(ZoReaderObject("RECORD", record.Bind()));
+    EXPECT_EQ(Process(), "0 3 5@1");
+    EXPECT_EQ(inner, 1);
+}
+
 TEST_F(Reader, ACatchAllGetsRecordsAndTheEndOfTheFileOnce) {
     std::vector<ZoObject> records;
     Found any([&](ZoReaderObject* object) {

@@ -22,6 +22,29 @@ class ZoReader::BlockScope {
     ZoReaderObject* object;
 };
 
+/// A handler that reads the rest of the block around it as if it were its own, for want of a `{`, binds keywords there
+/// that lead to what nobody keeps after it. They go when it returns.
+class ZoReader::HandlerScope {
+  public:
+    explicit HandlerScope(ZoReader& of)
+        : reader(of), instance(of.currentInstance), last(instance->Last()), object(of.currentObject), runs(of.runs) {}
+    ~HandlerScope() {
+        if (reader.runs == runs) return;
+        while (instance->Last() != last)
+            delete instance->SubtractLast();
+        reader.currentObject = object;
+    }
+    HandlerScope(const HandlerScope&) = delete;
+    HandlerScope& operator=(const HandlerScope&) = delete;
+
+  private:
+    ZoReader& reader;
+    ZoReaderInstance* instance;
+    ZoReaderObject* last;
+    ZoReaderObject* object;
+    int runs;
+};
+
 namespace {
 
 class NestingScope {
@@ -67,6 +90,7 @@ ZoReaderObject* ZoReader::RegisterObject(const ZoReaderObject& object) {
 
 int ZoReader::DoProcess(bool ignoreBlockEnd) {
     if (!currentInstance) return 1;
+    ++runs;
     if (nesting == kDeepestNesting) {
         parser.SkipNextParse(false);
         AddError(parser.status, eZoParserErrorNotSpecifiedToken);
@@ -130,7 +154,10 @@ bool ZoReader::ReadKnown(ZoReaderObject* object, bool& haveToken) {
         ReadBlock(object);
         haveToken = parser.token.type == eZoTokenKeyword || parser.token.type == eZoTokenBlockEnd;
     } else {
-        object->KeywordFound();
+        {
+            const HandlerScope scope(*this);
+            object->KeywordFound();
+        }
         // The `}` of the block around a keyword without a value is not the keyword's.
         haveToken = parser.token.type == eZoTokenBlockEnd && parser.blockDepth < depth;
     }
@@ -169,6 +196,7 @@ bool ZoReader::ReadOther() {
     const bool atEnd = IsAtEnd();
     if (ZoReaderObject* object = FindObject(ZoReaderObject::kCatchAll)) {
         currentObject = object;
+        const HandlerScope scope(*this);
         object->KeywordFound();
         return !atEnd;
     }

@@ -98,6 +98,7 @@ class ZORV_API ZoReader {
 
   private:
     class BlockScope;
+    class HandlerScope;
 
     /// Takes steps until one answers false, and turns what they throw into entries of `errors`.
     template <class Step>
@@ -123,5 +124,6 @@ class ZORV_API ZoReader {
     void ReleaseInstance();
 
     int nesting = 0;   // of DoProcess
+    int runs = 0;      // of DoProcess, in all
     int failures = 0;  // errors that ended a step, other than the end of the file
 };
