@@ -11,29 +11,6 @@
 
 namespace zorv::detail {
 
-/// Takes the keywords that a record registers off again when it has read them. Where the braces of its block are
-/// missing, they stand in the block around it and would outlive what they point to.
-class KeywordScope {
-  public:
-    explicit KeywordScope(ZoReaderObject* block)
-        : object(block), instance(block->GetReader() ? block->GetReader()->currentInstance : nullptr) {
-        if (instance) last = instance->Last();
-    }
-    KeywordScope(const KeywordScope&) = delete;
-    KeywordScope& operator=(const KeywordScope&) = delete;
-    ~KeywordScope() {
-        if (!instance) return;
-        while (instance->Last() != last)
-            delete instance->SubtractLast();
-        object->GetReader()->currentObject = object;
-    }
-
-  private:
-    ZoReaderObject* object;
-    ZoReaderInstance* instance;
-    ZoReaderObject* last = nullptr;
-};
-
 /// The keywords of one block and where their values go, for a record that has many:
 ///
 ///     BlockKeywords keywords(object);
@@ -41,7 +18,7 @@ class KeywordScope {
 ///     keywords.Process();
 class BlockKeywords {
   public:
-    explicit BlockKeywords(ZoReaderObject* block) : object(block), scope(block) {}
+    explicit BlockKeywords(ZoReaderObject* block) : object(block) {}
     BlockKeywords(const BlockKeywords&) = delete;
     BlockKeywords& operator=(const BlockKeywords&) = delete;
 
@@ -91,7 +68,6 @@ class BlockKeywords {
 
     ZoReaderObject* object;
     std::deque<Handler> handlers;  // addresses stay
-    KeywordScope scope;
 };
 
 /// A block inside a run of tokens: takes its `{`, lets `read` take what it holds, and moves behind its `}`.

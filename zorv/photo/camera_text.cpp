@@ -1,7 +1,6 @@
 #include <cmath>
 #include <ostream>
 
-#include "zorv/core/block_keywords.h"
 #include "zorv/core/reader_object.h"
 #include "zorv/core/record_text.h"
 #include "zorv/core/text_writer.h"
@@ -38,7 +37,6 @@ long ZoCamera::Read(ZoReaderObject* object) {
 }
 
 long ZoCamera::ReadFullData(ZoReaderObject* object) {
-    const zorv::detail::KeywordScope scope(object);
     object->RegisterObject(ZoReaderObject(camera_key::kId, &id));
     object->RegisterObject(ZoReaderObject(camera_key::kName, &name));
     object->RegisterObject(ZoReaderObject(camera_key::kMode, &mode));

@@ -4,7 +4,6 @@
 #include <ostream>
 
 #include "zorv/core/archive_list.h"
-#include "zorv/core/block_keywords.h"
 #include "zorv/core/lenient_number.h"
 #include "zorv/core/reader_object.h"
 #include "zorv/core/record_text.h"
@@ -128,7 +127,6 @@ void ZoElspDefLineConstraintList::WriteV9(CZipWrapper* archive) const {
 }
 
 int ZoElspParallelDef::Read(ZoReaderObject* object) {
-    const zorv::detail::KeywordScope scope(object);
     object->RegisterObject(ZoReaderObject("DEFLINE", Link(&lines, &ZoElspDefLineList::AddObject)));
     object->RegisterObject(ZoReaderObject("CONSTRAINT", Link(&constraints, &ZoElspDefLineConstraintList::AddObject)));
     object->DoProcess();
