@@ -3,6 +3,8 @@
 #include "tests/support/recorded_host.h"
 #include <gtest/gtest.h>
 
+#include "zorv/photo/calibration_entry.h"
+
 namespace {
 
 ZoCamera Classic() {
@@ -91,6 +93,30 @@ TEST(Camera, CopiesHaveAPairOfTheirOwn) {
     EXPECT_TRUE(copy.Adjust(&x, &y)) << "which goes before the mode";
     copy.DeleteCamPair();
     EXPECT_EQ(copy.GetCamPair(), nullptr);
+}
+
+TEST(Camera, CalibrationEntriesMakeDigitalCameras) {
+    ZoCameraCalibEntry entry;
+    entry.maker = "Maker";
+    entry.model = " M1";
+    entry.width = 4000;
+    entry.height = 3000;
+    entry.pixelSize = 0.005;
+    entry.keyNumber = 7;
+    entry.cameraMode = 2;
+    entry.libAutoModel = 3;
+    EXPECT_EQ(entry.GetKey(), "Maker M14000300020.00000007");
+    ZoCamera camera;
+    camera.SetFromCalibEntry(&entry);
+    camera.SetFromCalibEntry(nullptr);
+    const double expected[] = {20, 20, 4000, 3000, 0.005, 2000, 1500};
+    const double found[] = {camera.c, camera.cViva, camera.k1, camera.k2, camera.k3, camera.k4, camera.k5};
+    EXPECT_TRUE(std::equal(found, found + 7, expected));
+    EXPECT_EQ(camera.mode * 10 + static_cast<unsigned>(camera.libAutoFlags), 85u) << "the mode of model 3";
+    entry.libAutoModel = 4;  // no model
+    entry.estimateFlag = true;
+    camera.SetFromCalibEntry(&entry);
+    EXPECT_EQ(camera.mode * 10 + static_cast<unsigned>(camera.libAutoFlags), 27u);
 }
 
 TEST(Camera, DebugLineNamesTheGeneration) {

@@ -4,11 +4,10 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/archive_item.h"
 #include "tests/support/read_block.h"
-#include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
-#include "zorv/core/archive.h"
 #include "zorv/photo/camera.h"
 
 namespace {
@@ -119,34 +118,21 @@ TEST(CameraText, InstrumentAndGentriLines) {
               "                0");
 }
 
-struct CameraArchive : CZipWrapper {
-    void WriteItem() override { camera.WriteV9(this); }
-    ZoCamera camera;
-};
-
 TEST(CameraText, ArchiveRecord) {
-    const TempFolder folder;
-    CameraArchive archive;
-    archive.camera = Full();
-    archive.camera.SetFlag(5);
-    archive.camera.r0 = 4.0;
-    archive.camera.rmax = 8.0;
-    ASSERT_TRUE(archive.SzOpen(folder.Name("a.zip"), true));
-    archive.SzAdd(L"camera");
-    archive.SzClose();
-
-    CameraArchive read;
-    read.SzOpen(folder.Name("a.zip"), false);
-    ASSERT_NE(read.UnzipItem(L"camera", nullptr), nullptr);
+    ZoCamera camera = Full();
+    camera.SetFlag(5);
+    camera.r0 = 4.0;
+    camera.rmax = 8.0;
     // id 4, name 5 characters and a zero of 2 bytes, flags 4, then 26 values and the mode
     constexpr std::size_t kHead = 4 + 6 * 2 + 4;
-    ASSERT_EQ(read.ReadBytesLeft(), kHead + 26 * 8 + 4);
+    const std::string bytes = ArchiveBytes(camera);
+    ASSERT_EQ(bytes.size(), kHead + 26 * 8 + 4);
     std::vector<double> stored(26);
-    std::memcpy(stored.data(), read.buffer.get() + kHead, 26 * sizeof(double));
-    EXPECT_EQ(stored, Values(archive.camera));
+    std::memcpy(stored.data(), bytes.data() + kHead, 26 * sizeof(double));
+    EXPECT_EQ(stored, Values(camera));
 
     ZoCamera back;
-    back.ReadV9(&read);
+    EXPECT_EQ(ReadArchiveBytes(bytes, back), 0u);
     std::vector<double> expected = stored;
     expected.back() = 4.0 * 2.1;
     EXPECT_EQ(Values(back), expected) << "the stored reach has no effect";

@@ -214,7 +214,13 @@ TEST(PhotoRecord, RescaledPhotosMeasureTheSame) {
     EXPECT_FALSE(photo.RescaleTo(2.0, 3.0));
 }
 
-TEST(PhotoRecord, TextsForLists) {
+TEST(PhotoRecord, ListsSortByNumberAndGoIntoDialogs) {
+    ZoPhotoList list;
+    for (const unsigned int id : {3u, 4294967295u, 1u})
+        list.Add(ZoPhoto(id));
+    list.Sort();
+    EXPECT_EQ(list.First()->GetId(), 4294967295u) << "-1";
+    EXPECT_EQ(list.Last()->GetId(), 3u);
     struct Case {
         const wchar_t* name;
         unsigned int limited, free;

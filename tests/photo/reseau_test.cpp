@@ -6,6 +6,7 @@
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
+#include "zorv/photo/photo.h"
 #include "zorv/photo/reseau_descriptor.h"
 #include "zorv/photo/reseau_file_list.h"
 
@@ -144,6 +145,17 @@ TEST(Reseau, MarksAreFoundAndSelected) {
     EXPECT_EQ(selected[0], 11u);
     EXPECT_EQ(reseau.FindUserSelectedCrosses(selected, 1), 1);
     EXPECT_FALSE(ZoReseauFile().FindCrossId(first, second));
+
+    ZoPhoto photo(1, L"folder\\a.b.jpg");
+    photo.SetPixelRegion(ZoRegion(0, 0, 600, 400.7));
+    photo.SetBikoRegion(ZoRegion(-3, -2, 3, 2));
+    const ZoReseauFile ofPhoto(&photo);
+    EXPECT_EQ(ofPhoto.GetComment(), L"a.b");
+    EXPECT_EQ(ofPhoto.GetExifPixelHeight(), 400);
+    EXPECT_TRUE(ofPhoto.GetPhotoRegion() == photo.GetBikoRegion());
+    ZoReseaufileList list;
+    list.Add(reseau);
+    EXPECT_EQ(list.FindReseauFile(&photo), list.First()) << "neither has a name";
 }
 
 }  // namespace
