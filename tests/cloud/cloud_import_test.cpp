@@ -174,6 +174,8 @@ TEST(CloudImport, PlyVerticesHaveOneLayout) {
         {"ten", header(10) + "1 2 3 9 9 9 4 5 6\n1 2 3 9 9 9 4 5 6 7 8\n", "1 2 3 4 5 6 0\n"},
         {"six", header(6) + "1 2 3 4 5 6 7 8 9\n", ""},
         {"an empty line", header(9) + "1 2 3 9 9 9 4 5 6\n\n1 2 3 9 9 9 4 5 6\n", "1 2 3 4 5 6 0\n"},
+        {"carriage returns", header(9) + "1 2 3 9 9 9 4 5 6\r\n1 2 3 9 9 9 4 5 \r\n\r\n1 2 3 9 9 9 4 5 6\r\n",
+         "1 2 3 4 5 6 0\n"},
         {"an empty line in the header", "ply\n\n" + header(9) + "1 2 3 9 9 9 4 5 6\n", ""},
         {"no end of the header", "PLY\nProperty\n1 2 3 9 9 9 4 5 6\n", ""},
         {"nothing", "", ""},

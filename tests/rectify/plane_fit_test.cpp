@@ -110,6 +110,8 @@ TEST(PlaneFit, BadDistributionsAreTold) {
         {"only the last is off", Points({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 5}}), false, ZoCalcPlane::StatusOk},
         {"not a number", Points({{nan, 0, 0}, {1, nan, 0}, {0, 1, nan}, {1, 1, 1}}), false,
          ZoCalcPlane::BadPointDistrib},
+        {"not a number in the last", Points({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, nan}}), true,
+         ZoCalcPlane::BadPointDistrib},
         {"no extent in b", Points({{0, 0, 0}, {0, 0, 1}, {0, 0, 2}, {0, 1e-9, 0}}), true, ZoCalcPlane::StatusOk},
     };
     for (Case& each : cases) {

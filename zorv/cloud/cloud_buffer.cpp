@@ -11,7 +11,9 @@
 
 static_assert(ZoFileBuffMemoryMap::kInvalidHandle == zorv::detail::kNoHandle);
 
-ZoFileBuffMemoryMap::ZoFileBuffMemoryMap(const wchar_t* path) : fileName(path ? path : L"") {
+// By way of the default constructor, so that a window for which there is no memory still closes the file.
+ZoFileBuffMemoryMap::ZoFileBuffMemoryMap(const wchar_t* path) : ZoFileBuffMemoryMap() {
+    fileName = path ? path : L"";
     if (zorv::detail::OpenForReading(fileName, file) != 0 || zorv::detail::GetFileSize(file, size) != 0) {
         error = kCannotOpen;
     } else if (size == 0) {

@@ -54,6 +54,8 @@ class ZORV_API ZoFileBuffMemoryMap {
     std::int32_t error = kNoError;
 
   private:
+    ZoFileBuffMemoryMap() = default;
+
     bool MapWhole();
     void ReadAhead();
 

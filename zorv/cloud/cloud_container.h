@@ -88,8 +88,9 @@ class ZORV_API ZoPointCloudContainer : public ZoObserver {
     /// then as it was. A cloud of more than 4294967295 points fits in no such file.
     int Write(const std::wstring& path);
 
-    /// These import one cloud, named after the file. False, with nothing changed, when the file cannot be opened; the
-    /// result then has the system's error number, for LAS and LAZ 3 or 4.
+    /// These import one cloud, named after the file. False, with nothing changed, when the file cannot be opened or
+    /// does not fit into memory; the result then has the system's error number. For LAS and LAZ that is 4 when there is
+    /// no such name to open, 3 when the file is none of that kind.
     bool ReadPtsFile(const std::wstring& path, ZoPointCloudReadResult& result);
     bool ReadPtsFile(const wchar_t* path, ZoPointCloudReadResult& result) { return ReadPtsFile(NameOf(path), result); }
     bool ReadXYZFile(const std::wstring& path, ZoPointCloudReadResult& result);

@@ -30,8 +30,6 @@ bool ZoPointCloud::CalcEstimatedNormals() {
     const ZoPlane& plane = fit.GetPlane();
     const float normal[3] = {static_cast<float>(plane.A()), static_cast<float>(plane.B()),
                              static_cast<float>(plane.C())};
-    if (!std::all_of(std::begin(normal), std::end(normal), [](float part) { return std::isfinite(part); }))
-        return false;
     for (ZoScanPoint3d& point : points)
         std::copy(std::begin(normal), std::end(normal), point.normal);
     return true;

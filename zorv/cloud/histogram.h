@@ -18,7 +18,7 @@ ZORV_API void FindHistogramPeaksCircular(const std::vector<double>& values, std:
 
 /// Draws the values into a new raster, a column each and `scale` pixels for a difference of 1, with a margin of 5
 /// pixels: ground 255, a dotted zero line 128, values 0, peaks 160 at the lower end of their column. Row 0 is the
-/// lowest. The raster is empty where its height is no int.
+/// lowest. The raster is empty where its height is no int, and where memory runs out, which throws std::bad_alloc.
 ZORV_API void PlotHistogram(ValArray2DXY<unsigned char>& image, const std::vector<double>& values,
                             const std::vector<int>& peaks, double scale);
 

@@ -94,10 +94,12 @@ class ZORV_API ZoPointCloud : public TZoFlagNode<ZoPointCloud>, public ZoStandar
     /// box and centre stay as they were. Returns true.
     bool Transform(const ZoAffinMap3d& map);
 
-    /// Gives all points the normal of one plane that is fitted to some 35 of them. False, with nothing changed, for
-    /// fewer than 36 points or when the fit fails.
+    /// Gives all points the normal of one plane that is fitted to some 35 of them; its sign is that of the fit. False,
+    /// with nothing changed, for fewer than 36 points or when the fit fails, as it does with a coordinate among them
+    /// that is not finite.
     bool CalcEstimatedNormals();
-    /// Turns the normals of all points towards a viewpoint, which is kept.
+    /// Turns the normals of all points towards a viewpoint, which is kept. A point at the viewpoint gets one of
+    /// not-a-number.
     void EstimateNormals(const ZoPoint3d& from);
     void CountNormals(std::uint64_t& withNormal, std::uint64_t& total) const;
 

@@ -43,8 +43,8 @@ std::unique_ptr<ZoPointCloud> ImportText(TextBlocks& text, Format& format, const
             const char* const begin = at;
             ZoScanPoint3d point;
             if (!isEnded || !format.ReadPlain(at, point)) {
-                const std::size_t length = block.find('\n', static_cast<std::size_t>(begin - block.data()));
-                const char* const lineEnd = length == block.npos ? end : block.data() + length;
+                const std::size_t lineFeed = block.find('\n', static_cast<std::size_t>(begin - block.data()));
+                const char* const lineEnd = lineFeed == block.npos ? end : block.data() + lineFeed;
                 at = lineEnd == end ? end : lineEnd + 1;
                 const CloudLine kind = format.Read({begin, static_cast<std::size_t>(lineEnd - begin)}, point);
                 if (kind == CloudLine::kEnd) return builder.Finish();
@@ -52,7 +52,8 @@ std::unique_ptr<ZoPointCloud> ImportText(TextBlocks& text, Format& format, const
                     builder.TryReserve(std::min(format.told, mostFrom(at)));
                 if (kind != CloudLine::kPoint) continue;
             }
-            if (builder.IsFull())
+            // Where the size is not known, the vector grows as it does by itself.
+            if (builder.IsFull() && text.Size() >= text.Position())
                 builder.TryReserve(
                     std::min(std::max<std::uint64_t>(text.LinesFrom(begin), builder.Size() / 2), mostFrom(begin)));
             builder.Add(std::move(point));

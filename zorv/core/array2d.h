@@ -58,11 +58,14 @@ class ValArray2DXY : public ValArray2DBase<T> {
     ValArray2DXY() = default;
     ValArray2DXY(int columns, int rows) { Set(columns, rows); }
 
-    /// Gives the array another size and sets all cells to T(). A negative size counts as 0.
+    /// Gives the array another size and sets all cells to T(). A negative size counts as 0. Throws
+    /// std::bad_alloc, with the array as it was, when memory runs out.
     void Set(int columns, int rows) {
-        sizeX = std::max(columns, 0);
-        sizeY = std::max(rows, 0);
-        this->data.assign(static_cast<std::size_t>(sizeX) * static_cast<std::size_t>(sizeY), T());
+        columns = std::max(columns, 0);
+        rows = std::max(rows, 0);
+        this->data.assign(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows), T());
+        sizeX = columns;
+        sizeY = rows;
     }
 
     int SizeX() const { return sizeX; }

@@ -41,6 +41,14 @@ bool IsFinite(const ZoVector& v) {
     return std::isfinite(v[1]) && std::isfinite(v[2]) && std::isfinite(v[3]);
 }
 
+bool HasFinitePoints(const ZoMatrix& columns) {
+    const auto isFinite = [&columns](int line) {
+        const double* const first = columns[line] + 1;
+        return std::all_of(first, first + columns.GetSpalten(), [](double value) { return std::isfinite(value); });
+    };
+    return isFinite(1) && isFinite(2) && isFinite(3);
+}
+
 void SetDifferences(ZoPoint& point, double dx, double dy, double dz) {
     point.dx = dx;
     point.dy = dy;
@@ -178,6 +186,11 @@ bool ZoCalcPlane::CalcColumns(ZoMatrix& columns) {
     const int count = columns.GetSpalten();
     if (count < 3) {
         status = TooLessPoints;
+        return false;
+    }
+    // Behind three good points such a one would not stop the approximation, only void the adjustment.
+    if (!HasFinitePoints(columns)) {
+        status = BadPointDistrib;
         return false;
     }
     if (!Approximate(columns)) return false;

@@ -23,7 +23,7 @@ class ZORV_API ZoCalcPlane {
     enum eStatus : int {
         StatusOk = 0,
         TooLessPoints = 1,    ///< fewer than three
-        BadPointDistrib = 2,  ///< all in one place or on one line
+        BadPointDistrib = 2,  ///< all in one place or on one line, or a coordinate that is not finite
         BadApproximate = 3,   ///< set by callers
     };
 
