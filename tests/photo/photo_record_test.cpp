@@ -1,3 +1,4 @@
+#include <limits>
 #include <numeric>
 #include <sstream>
 
@@ -81,6 +82,24 @@ TEST(PhotoRecord, TextComesBack) {
     EXPECT_EQ(ReadText("", untouched), 0);
     EXPECT_TRUE(ArchiveBytes(untouched) == ArchiveBytes(ZoPhoto(5)));
     EXPECT_TRUE(untouched.rotAOR.IsIdent() && untouched.preTrafo.GetType() == eTrafo2DHelmert);
+}
+
+TEST(PhotoRecord, ValuesThatAreNoNumbersDoNotEndTheReading) {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    ZoPhoto photo(0u);
+    MakeFull(photo);
+    photo.SetScale(kNan);
+    photo.SetPixelRegion(ZoRegion(0, kNan, 600, std::numeric_limits<double>::infinity()));
+    photo.preTrafo.coef[0] = photo.mainTrafo.coef[2] = kNan;
+    photo.camera.c = kNan;
+    photo.regionOfInterest.Add(ZoPoint(1, kNan, 2.0, 3.0, 0));
+    photo.SetPosAOR(kNan, 1.0, 2.0);
+    photo.FirstElspTrafo()->GetRegion() = ZoPolygon(photo.GetDigiRegion());
+    ZoPhoto read(0u);
+    EXPECT_EQ(ReadText(Text(photo), read), 0) << Text(photo);
+    EXPECT_EQ(read.GetScreenFlags(), 44U) << "of the last lines";
+    EXPECT_EQ(read.GetDigiRegion().Right(), 600.0);
+    EXPECT_EQ(read.GetScale() + read.GetDigiRegion().Bottom() + read.preTrafo.coef[0], 0.0);
 }
 
 TEST(PhotoRecord, OlderKeywordsAreUnderstood) {

@@ -10,7 +10,8 @@
 
 namespace zorv::detail {
 
-/// Writes the keywords of a block, a line for each value, as BlockKeywords reads them.
+/// Writes the keywords of a block, a line for each value, as BlockKeywords reads them. Infinity and not-a-number, which
+/// would end the reading, become 0.
 class BlockWriter {
   public:
     explicit BlockWriter(std::ostream& target) : stream(target) {}
@@ -24,7 +25,7 @@ class BlockWriter {
     void Value(const char* keyword, double number) {
         RecordText text;
         Keyword(keyword) << ' ';
-        text.Number(number, kExactDigits).WriteTo(stream);
+        text.Number(FiniteOrZero(number), kExactDigits).WriteTo(stream);
         stream << Zoendl;
     }
     void Value(const char* keyword, std::int32_t number) { Keyword(keyword) << w4 << number << Zoendl; }

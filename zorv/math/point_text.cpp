@@ -10,7 +10,7 @@ namespace zorv::detail {
 void WriteExactly(std::ostream& stream, const ZoPoint& point, const TZoFormatTable<eZoPointRWMask>& columns) {
     char text[kNumberTextSize + 1] = {' '};
     const auto put = [&stream, &text](const char* end) { stream.write(text, end - text); };
-    const auto number = [&text](double value) { return FormatDouble(text + 1, value, kExactDigits); };
+    const auto number = [&text](double value) { return FormatDouble(text + 1, FiniteOrZero(value), kExactDigits); };
     for (int i = 0; i < columns.Size(); ++i) {
         switch (columns[i]) {
             case eZoRWId:

@@ -8,8 +8,8 @@ class ZoPoint;
 
 namespace zorv::detail {
 
-/// Writes id and coordinates, each behind a blank, with digits that bring every number back. Of the columns those of
-/// id, x, y and z count.
+/// Writes id and coordinates, each behind a blank, with digits that bring every finite number back; others become 0. Of
+/// the columns those of id, x, y and z count.
 void WriteExactly(std::ostream& stream, const ZoPoint& point, const TZoFormatTable<eZoPointRWMask>& columns);
 
 }  // namespace zorv::detail

@@ -3,19 +3,22 @@
 #include <ostream>
 
 #include "zorv/core/archive.h"
+#include "zorv/core/number_format.h"
 #include "zorv/core/reader_object.h"
 #include "zorv/core/record_text.h"
 
 namespace {
 
 using zorv::detail::FieldWidth;
+using zorv::detail::FiniteOrZero;
 using zorv::detail::RecordText;
 
 constexpr int kPrecision = 8;  // significant digits
 
 std::ostream& WriteWithGentriColumns(std::ostream& stream, RecordText& text, const ZoBundleAOB& record) {
     text.Field(FieldWidth::w4, record.type).Field(FieldWidth::w8, record.id1).Field(FieldWidth::w8, record.id2);
-    text.Field(FieldWidth::w14, record.value, kPrecision).Field(FieldWidth::w14, record.sigma, kPrecision);
+    text.Field(FieldWidth::w14, FiniteOrZero(record.value), kPrecision)
+        .Field(FieldWidth::w14, FiniteOrZero(record.sigma), kPrecision);
     text.WriteTo(stream);
     stream.precision(kPrecision);
     return stream;

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "zorv/core/archive.h"
+#include "zorv/core/number_format.h"
 #include "zorv/core/reader_object.h"
 #include "zorv/core/record_text.h"
 #include "zorv/core/text_writer.h"
@@ -95,11 +96,11 @@ std::ostream& ZoLokalSystemDef::Write(std::ostream& stream) const {
     endLine();
     text.Number(id3);
     for (const double coordinate : {x, y, z})
-        text.Field(FieldWidth::w16, coordinate, kTextPrecision);
+        text.Field(FieldWidth::w16, zorv::detail::FiniteOrZero(coordinate), kTextPrecision);
     for (int i = 0; i < kScalesInText; ++i) {
         endLine();
         text.Number(scale[i].idA).Char(' ').Number(scale[i].idB);
-        text.Field(FieldWidth::w16, scale[i].distance, kTextPrecision);
+        text.Field(FieldWidth::w16, zorv::detail::FiniteOrZero(scale[i].distance), kTextPrecision);
     }
     text.WriteTo(stream);
     stream.precision(kTextPrecision);

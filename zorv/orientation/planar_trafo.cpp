@@ -6,6 +6,7 @@
 
 #include "zorv/core/archive.h"
 #include "zorv/core/debug_output.h"
+#include "zorv/core/number_format.h"
 #include "zorv/core/reader_object.h"
 #include "zorv/core/text_writer.h"
 #include "zorv/math/matrix.h"
@@ -221,7 +222,7 @@ std::ostream& ZoTrafo2d::Write(std::ostream& stream) const {
     stream << w4 << static_cast<int>(type) << Zoendl << p16;
     const int count = CountCoefs(type);
     for (int i = 0; i < count; ++i) {
-        stream << w19 << coef[i];
+        stream << w19 << zorv::detail::FiniteOrZero(coef[i]);
         if (i % kOnLine == kOnLine - 1) stream << Zoendl;
     }
     return stream;

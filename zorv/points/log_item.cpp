@@ -57,7 +57,7 @@ int ZoLogItem::Read(ZoReaderObject* object) {
 std::ostream& ZoLogItem::Write(std::ostream& stream) const {
     using zorv::detail::FieldWidth;
     zorv::detail::RecordText text;
-    zorv::detail::AppendPoint(text, point, zorv::detail::ColumnPlan(PointTable()));
+    zorv::detail::AppendTaggedPoint(text, point, zorv::detail::ColumnPlan(PointTable()));
     text.Field(FieldWidth::w4, static_cast<int>(measureMode));
     text.Field(FieldWidth::w4, measureValue).Text(" {");
     const zorv::detail::ColumnPlan imageColumns(ImagePointTable());
@@ -65,7 +65,7 @@ std::ostream& ZoLogItem::Write(std::ostream& stream) const {
     std::size_t lineBegin = 0;
     for (const ZoPoint* image = imagePoints.First(); image; image = image->NextConst()) {
         each.Clear();
-        zorv::detail::AppendPoint(each, *image, imageColumns);
+        zorv::detail::AppendTaggedPoint(each, *image, imageColumns);
         if (text.View().size() + each.View().size() - lineBegin > kLongLine) {
             text.Char('\n');
             lineBegin = text.View().size();

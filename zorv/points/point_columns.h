@@ -105,5 +105,8 @@ int ReadPointLine(ZoPoint& point, char* begin, char* end, const ColumnPlan& colu
 
 /// Appends the columns as a stream gets them, without a line end.
 void AppendPoint(RecordText& text, const ZoPoint& point, const ColumnPlan& columns);
+/// The same for tagged text, whose reader takes no infinity and no not-a-number and would give up everything behind
+/// one: they become 0.
+void AppendTaggedPoint(RecordText& text, const ZoPoint& point, const ColumnPlan& columns);
 
 }  // namespace zorv::detail

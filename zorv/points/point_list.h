@@ -55,7 +55,8 @@ class ZORV_API ZoPointList : public TZoListHeader<ZoPoint>, public TZoFormatTabl
     /// 1. Throws ZoParserStatus at a token that fits no column; the points before it stay.
     long Read(ZoReaderObject* object);
 
-    /// Writes the points with the list's columns, one on a line; there is no line end behind the last.
+    /// Writes the points with the list's columns, one on a line, as tagged text; there is no line end behind the last.
+    /// Infinity and not-a-number, which would end the reading, become 0.
     std::ostream& Write(std::ostream& stream) const;
     /// Writes a point file in the place of an old one, which stays when that fails. 1, or 0 for a failure.
     int WriteFile(const std::wstring& fileName) const;

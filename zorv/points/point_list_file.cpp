@@ -57,16 +57,19 @@ int ZoPointList::ReadFile(std::FILE* file, const Table& table) {
     return ReadLines(*this, lines, table);
 }
 
-std::ostream& ZoPointList::Write(std::ostream& stream) const {
+namespace {
+
+template <class Append>
+std::ostream& WritePoints(std::ostream& stream, const ZoPointList& points, Append append) {
     // The line end and the indentation that Zoendl writes now; it would flush at every line.
     std::ostringstream ended;
     ended << Zoendl;
     const std::string lineEnd = ended.str();
 
-    const zorv::detail::ColumnPlan plan(GetMask());
+    const zorv::detail::ColumnPlan plan(points.GetMask());
     zorv::detail::RecordText text;
-    for (const ZoPoint* point = First(); point; point = point->NextConst()) {
-        zorv::detail::AppendPoint(text, *point, plan);
+    for (const ZoPoint* point = points.First(); point; point = point->NextConst()) {
+        append(text, *point, plan);
         if (point->NextConst()) text.Text(lineEnd);
         if (text.View().size() >= kWriteBlock) {
             text.WriteTo(stream);
@@ -78,9 +81,15 @@ std::ostream& ZoPointList::Write(std::ostream& stream) const {
     return stream.flush();
 }
 
+}  // namespace
+
+std::ostream& ZoPointList::Write(std::ostream& stream) const {
+    return WritePoints(stream, *this, zorv::detail::AppendTaggedPoint);
+}
+
 int ZoPointList::WriteFile(const std::wstring& fileName) const {
     zorv::detail::FileReplacement file(fileName);
-    Write(file.Stream());
+    WritePoints(file.Stream(), *this, zorv::detail::AppendPoint);
     return file.Commit() ? 1 : 0;
 }
 

@@ -18,13 +18,15 @@ void AppendName(RecordText& text, FieldWidth width, const std::wstring& name) {
         text.Char(' ');
 }
 
-void AppendColumn(RecordText& text, const ZoPoint& point, const PointColumn& column) {
+/// `real` makes of a real number what is written.
+template <class Real>
+void AppendColumn(RecordText& text, const ZoPoint& point, const PointColumn& column, Real real) {
     switch (column.role) {
         case ColumnRole::kReal:
-            text.Field(column.width, point.*column.real, kPointPrecision);
+            text.Field(column.width, real(point.*column.real), kPointPrecision);
             break;
         case ColumnRole::kSingle:
-            text.Field(column.width, double{point.*column.single}, kPointPrecision);
+            text.Field(column.width, real(point.*column.single), kPointPrecision);
             break;
         case ColumnRole::kUnsigned:
             text.Field(column.width, point.*column.word);
@@ -49,7 +51,7 @@ void AppendColumn(RecordText& text, const ZoPoint& point, const PointColumn& col
             text.Char(' ').Field(FieldWidth::w4, 0).Char(' ').Quoted(point.name);
             break;
         case ColumnRole::kLength:
-            text.Field(column.width, std::sqrt(point.dx * point.dx + point.dy * point.dy + point.dz * point.dz),
+            text.Field(column.width, real(std::sqrt(point.dx * point.dx + point.dy * point.dy + point.dz * point.dz)),
                        kPointPrecision);
             break;
         case ColumnRole::kZero:
@@ -65,14 +67,19 @@ void AppendColumn(RecordText& text, const ZoPoint& point, const PointColumn& col
 
 void AppendPoint(RecordText& text, const ZoPoint& point, const ColumnPlan& columns) {
     for (const PointColumn* column : columns)
-        AppendColumn(text, point, *column);
+        AppendColumn(text, point, *column, [](double value) { return value; });
+}
+
+void AppendTaggedPoint(RecordText& text, const ZoPoint& point, const ColumnPlan& columns) {
+    for (const PointColumn* column : columns)
+        AppendColumn(text, point, *column, FiniteOrZero);
 }
 
 }  // namespace zorv::detail
 
 std::ostream& ZoPoint::Write(std::ostream& stream, const TZoFormatTable<eZoPointRWMask>& table) const {
     zorv::detail::RecordText text;
-    zorv::detail::AppendPoint(text, *this, zorv::detail::ColumnPlan(table));
+    zorv::detail::AppendTaggedPoint(text, *this, zorv::detail::ColumnPlan(table));
     stream.precision(zorv::detail::kPointPrecision);
     text.WriteTo(stream);
     return stream;
