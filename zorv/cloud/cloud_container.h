@@ -89,8 +89,8 @@ class ZORV_API ZoPointCloudContainer : public ZoObserver {
     int Write(const std::wstring& path);
 
     /// These import one cloud, named after the file. False, with nothing changed, when the file cannot be opened or
-    /// does not fit into memory; the result then has the system's error number. For LAS and LAZ that is 4 for an empty name
-    /// and 3 for a file that cannot be opened or is none of that kind.
+    /// does not fit into memory; the result then has the system's error number. For LAS and LAZ that is 4 for an empty
+    /// name and 3 for a file that cannot be opened or is none of that kind.
     bool ReadPtsFile(const std::wstring& path, ZoPointCloudReadResult& result);
     bool ReadPtsFile(const wchar_t* path, ZoPointCloudReadResult& result) { return ReadPtsFile(NameOf(path), result); }
     bool ReadXYZFile(const std::wstring& path, ZoPointCloudReadResult& result);
