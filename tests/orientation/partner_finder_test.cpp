@@ -21,12 +21,19 @@ TEST(PartnerFinder, AnswersAsASearchOfTheListDoes) {
     for (int round = 0; round < 600; ++round) {
         ZoPointList list;
         for (const unsigned int id : Ids(random, 25, round % 20, round % 3 == 0 ? random() % 20 : 20))
-            list.Add(ZoPoint(id, 0, 0, 0, 0));
+            list.Add(ZoPoint(id, list.Count(), -list.Count(), 0, 0));
         zorv::detail::PartnerFinder finder(&list);
+        ZoPointList asked;
         for (const unsigned int id : Ids(random, 27, 100, round % 2 == 0 ? random() % 100 : 100))
-            ASSERT_EQ(finder.Find(id), list.Find(id)) << round << " " << id;
+            asked.Add(ZoPoint(id, 0, 0, 0, 0));
+        for (const ZoPoint* point = asked.First(); point; point = point->NextConst()) {
+            const ZoPoint* partner = list.Find(point->GetId());
+            const auto found = finder.Find(*point);
+            ASSERT_EQ(found.has_value(), partner != nullptr) << round << " " << point->GetId();
+            ASSERT_TRUE(!partner || (found->x == partner->x && found->y == partner->y)) << round;
+        }
     }
-    EXPECT_EQ(zorv::detail::PartnerFinder(nullptr).Find(0), nullptr);
+    EXPECT_FALSE(zorv::detail::PartnerFinder(nullptr).Find(ZoPoint()));
 }
 
 }  // namespace

@@ -1,11 +1,7 @@
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <optional>
-#include <vector>
 
-#include "zorv/core/sort_helper.h"
 #include "zorv/orientation/control_lookup.h"
 #include "zorv/points/point_list.h"
 
@@ -14,26 +10,42 @@ namespace zorv::detail {
 /// Finds partners for the points of a list that is walked: the first point of another list that has the id.
 ///
 /// Lists stand mostly in the order of their ids. As long as both do, the partner lies at a cursor that only moves
-/// forward, and no memory is needed. At the first request that the cursor cannot answer an index takes over: a table by
-/// id where the ids lie close together, else one that is searched.
+/// forward, and no memory is needed. At the first request that the cursor cannot answer a table takes over.
 class PartnerFinder {
   public:
-    /// A null list has no partners. Its ids stay as they are while the finder lives.
-    explicit PartnerFinder(ZoPointList* targets) : list(targets), cursor(list ? list->First() : nullptr) {}
+    /// Where a partner lies in the plane.
+    struct Position {
+        Position() = default;
+        explicit Position(const ZoPoint& point) : x(point.x), y(point.y) {}
 
-    /// The partner, or null.
-    ZoPoint* Find(unsigned int id) {
-        if (indexed) return FindInIndex(id);
-        if (id >= formerId) {
+        double x = 0.0;
+        double y = 0.0;
+    };
+
+    /// A null list has no partners. Its ids and coordinates stay as they are while the finder lives.
+    explicit PartnerFinder(const ZoPointList* targets) : list(targets), cursor(list ? list->First() : nullptr) {}
+    PartnerFinder(const PartnerFinder&) = delete;
+    PartnerFinder& operator=(const PartnerFinder&) = delete;
+
+    /// The position of a point's partner, or nothing. The points that follow it in its list should be the next ones.
+    std::optional<Position> Find(const ZoPoint& point) {
+        if (walk) return FindInTable(point);
+        const unsigned int id = point.GetId();
+        const ZoPoint* following = point.NextConst();
+        // Where the order ends with the next point, the way to this one is not worth it.
+        if (id >= formerId && (!following || following->GetId() >= id)) {
             formerId = id;
             // What the cursor has passed lies below id, so the first point at or above it is the first of its id.
             while (cursor && cursor->GetId() < id)
-                cursor = cursor->Next();
-            if (!cursor || cursor->GetId() == id) return cursor;
-            if (RestAscends()) return nullptr;
+                cursor = cursor->NextConst();
+            if (!cursor) return std::nullopt;
+            if (cursor->GetId() == id) return Position(*cursor);
+            if (RestAscends()) return std::nullopt;
         }
-        MakeIndex();
-        return FindInIndex(id);
+        if (!list) return std::nullopt;
+        table.emplace(*list);
+        walk.emplace(*table);
+        return FindInTable(point);
     }
 
   private:
@@ -47,44 +59,17 @@ class PartnerFinder {
         return true;
     }
 
-    void MakeIndex() {
-        constexpr std::size_t kPlacesPerPoint = 4;
-        indexed = true;
-        if (!list || list->IsEmpty()) return;
-        std::size_t count = 0;
-        unsigned int highest = 0;
-        lowest = list->First()->GetId();
-        for (const ZoPoint* point = list->First(); point; point = point->NextConst(), ++count) {
-            lowest = std::min(lowest, point->GetId());
-            highest = std::max(highest, point->GetId());
-        }
-        if (highest - lowest < kPlacesPerPoint * count) {
-            table.resize(std::size_t{highest - lowest} + 1);
-            for (ZoPoint* point = list->First(); point; point = point->Next()) {
-                ZoPoint*& place = table[point->GetId() - lowest];
-                if (!place) place = point;
-            }
-        } else {
-            sorted.emplace(list);
-            lookup.emplace(*sorted);
-        }
+    std::optional<Position> FindInTable(const ZoPoint& point) {
+        const Position* found = walk->FindValue(point);
+        return found ? std::optional<Position>(*found) : std::nullopt;
     }
 
-    ZoPoint* FindInIndex(unsigned int id) {
-        if (lookup) return lookup->Find(id);
-        const unsigned int place = id - lowest;  // an id below wraps around to a place behind the end
-        return place < table.size() ? table[place] : nullptr;
-    }
-
-    ZoPointList* list;
-    ZoPoint* cursor;
+    const ZoPointList* list;
+    const ZoPoint* cursor;
     unsigned int formerId = 0;
     bool ascends = false;  // known of the points from the cursor on
-    bool indexed = false;
-    unsigned int lowest = 0;  // id of the first place
-    std::vector<ZoPoint*> table;
-    std::optional<ZoSortHelper<ZoPoint>> sorted;
-    std::optional<ControlLookup> lookup;
+    std::optional<ControlTable<Position>> table;
+    std::optional<ControlWalk<Position>> walk;
 };
 
 }  // namespace zorv::detail

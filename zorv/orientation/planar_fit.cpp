@@ -69,7 +69,7 @@ template <class Model, class Take>
 void ForEachPair(const ZoPointList& list, ZoPointList* targets, Take take) {
     zorv::detail::PartnerFinder partners(targets);
     for (const ZoPoint* point = list.First(); point; point = point->NextConst()) {
-        const ZoPoint* partner = partners.Find(point->GetId());
+        const auto partner = partners.Find(*point);
         if (partner) take(Model::Observe(point->x, point->y, partner->x, partner->y));
     }
 }

@@ -32,7 +32,7 @@ ResidualSums WalkResiduals(const ZoTrafo2d& trafo, const ZoPointList& list, ZoPo
     for (ZoPoint* point = list.First(); point; point = point->Next()) {
         point->residualX = 0.0;
         point->residualY = 0.0;
-        const ZoPoint* partner = partners.Find(point->GetId());
+        const auto partner = partners.Find(*point);
         if (!partner) continue;
         double x = point->x;
         double y = point->y;

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <vector>
 
+#include "zorv/core/large_block_allocator.h"
 #include "zorv/orientation/control_lookup.h"
 #include "zorv/orientation/similarity.h"
 
@@ -21,21 +22,33 @@ struct Common {
     double b[3];
 };
 
-std::vector<Common> FindCommonPoints(const ZoSortHelper<ZoPoint>& controls, const ZoPointList* source) {
-    std::vector<Common> common;
+/// May be millions.
+using CommonPoints = std::vector<Common, zorv::detail::LargeBlockAllocator<Common>>;
+
+CommonPoints FindCommonPoints(const ZoSortHelper<ZoPoint>& controls, const ZoPointList* source) {
+    CommonPoints common;
+    if (!source) return common;
     common.reserve(controls.index.size());
-    zorv::detail::ControlLookup lookup(controls);
-    for (const ZoPoint* point = source ? source->First() : nullptr; point; point = point->NextConst()) {
-        const ZoPoint* control = lookup.Find(point->GetId());
-        if (!control) continue;
-        common.push_back({{point->x, point->y, point->z}, {control->x, control->y, control->z}});
+    const auto addPairs = [&](auto find) {
+        for (const ZoPoint* point = source->First(); point; point = point->NextConst()) {
+            const auto* control = find(*point);
+            if (!control) continue;
+            common.push_back({{point->x, point->y, point->z}, {control->x, control->y, control->z}});
+        }
+    };
+    if (source->CountMoreThan(static_cast<int>(zorv::detail::ControlLookup::CountOfFew(controls)))) {
+        const zorv::detail::ControlTable<zorv::detail::ControlPosition> table(controls);
+        zorv::detail::ControlWalk walk(table);
+        addPairs([&walk](const ZoPoint& point) { return walk.FindValue(point); });
+    } else {
+        addPairs([&controls](const ZoPoint& point) { return controls.Find(point.GetId()); });
     }
     return common;
 }
 
 /// The mean of the points in both systems. It is summed from the first point on, which keeps the digits of coordinates
 /// far from the origin.
-Common CalcMean(const std::vector<Common>& common) {
+Common CalcMean(const CommonPoints& common) {
     const Common first = common.front();
     Common sum{};
     for (const Common& point : common) {
@@ -64,7 +77,7 @@ struct Moments {
     double products[9]{};  // target times transposed source, row by row
 };
 
-Moments CalcMoments(const std::vector<Common>& common, const Common& mean) {
+Moments CalcMoments(const CommonPoints& common, const Common& mean) {
     double squares[3]{};
     double products[3][3]{};
     for (const Common& point : common) {
@@ -133,7 +146,7 @@ bool ZoTrafo3d::CalcByControlPoints(const ZoSortHelper<ZoPoint>& controls, const
                                     bool unitScale) {
     status = eTrafo3DTooFewPoints;
     commonCount = 0;
-    const std::vector<Common> common = FindCommonPoints(controls, source);
+    const CommonPoints common = FindCommonPoints(controls, source);
     commonCount = static_cast<int>(common.size());
     if (common.empty() || commonCount < minPoints) return false;
 

@@ -8,6 +8,7 @@
 #include "zorv/orientation/control_lookup.h"
 #include "zorv/orientation/similarity.h"
 
+using zorv::detail::ControlAddress;
 using zorv::detail::ControlLookup;
 using zorv::detail::ControlTable;
 
@@ -96,15 +97,15 @@ bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const 
     ClearResiduals();
     double worst = 0.0;
     ZoPointList made;
-    ControlTable table(controls);
+    const ControlTable<ControlAddress> table(controls);
+    zorv::detail::ControlWalk walk(table);
     std::vector<bool> matched(table.Size());
     int matchedCount = 0;
-    zorv::detail::ControlWalk walk(table);
     for (const ZoPoint* point = source.First(); point; point = point->NextConst()) {
         const std::size_t place = walk.Find(*point);
         ZoPoint* moved = made.Add(*point);
         m.PTrans3D(&moved->x, &moved->y, &moved->z);
-        const ZoPoint* control = place == ControlTable::kNone ? nullptr : table.PointAt(place);
+        const ZoPoint* control = place == table.kNone ? nullptr : table.At(place).point;
         SetResidual(*moved, control);
         moved->SetFlag(kHasResidual);
         if (control) {
@@ -124,7 +125,7 @@ bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const 
     if (controls.list && matchedCount != controls.count) {
         for (const ZoPoint* control = controls.list->First(); control; control = control->NextConst()) {
             const std::size_t place = table.Find(control->GetId());
-            if (place == ControlTable::kNone || !matched[place]) made.Add(*control);
+            if (place == table.kNone || !matched[place]) made.Add(*control);
         }
     }
 
