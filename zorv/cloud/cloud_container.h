@@ -88,13 +88,15 @@ class ZORV_API ZoPointCloudContainer : public ZoObserver {
     /// then as it was. A cloud of more than 4294967295 points fits in no such file.
     int Write(const std::wstring& path);
 
-    /// These import one cloud, named after the file. False, with nothing changed, when the file cannot be opened or
-    /// does not fit into memory; the result then has the system's error number. For LAS and LAZ that is 4 for an empty
-    /// name and 3 for a file that cannot be opened or is none of that kind.
+    /// Imports one cloud, named after the file. False, with nothing changed, when the file cannot be opened or does not
+    /// fit into memory; the result then has the system's error number.
     bool ReadPtsFile(const std::wstring& path, ZoPointCloudReadResult& result);
     bool ReadPtsFile(const wchar_t* path, ZoPointCloudReadResult& result) { return ReadPtsFile(NameOf(path), result); }
+    /// The same for lines of x, y, z and red, green, blue.
     bool ReadXYZFile(const std::wstring& path, ZoPointCloudReadResult& result);
     bool ReadXYZFile(const wchar_t* path, ZoPointCloudReadResult& result) { return ReadXYZFile(NameOf(path), result); }
+    /// The same for LAS and LAZ files; the error number is 4 for an empty name and 3 for a file that cannot be opened
+    /// or is none of that kind.
     bool ReadLasLazFile(const std::wstring& path, ZoPointCloudReadResult& result);
     bool ReadLasLazFile(const wchar_t* path, ZoPointCloudReadResult& result) {
         return ReadLasLazFile(NameOf(path), result);

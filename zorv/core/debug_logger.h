@@ -16,4 +16,5 @@ class ZORV_API ZoZorvDebugLogger : public ZoLogger {
 ZORV_API void InstallZorvDebugLogger();
 /// Takes it away again. The master logger must be the one of the installation.
 ZORV_API void UninstallZorvDebugLogger();
+/// Whether it is installed in a master logger.
 ZORV_API bool IsZorvDebugLoggerInstalled();

@@ -2,6 +2,8 @@
 
 #include "zorv/export.h"
 
+/// Lets the compiler check a printf format, the argument of that number, against the arguments from the second number
+/// on.
 #if defined(__GNUC__)
 #define ZORV_PRINTF(text, arguments) __attribute__((format(printf, text, arguments)))
 #else

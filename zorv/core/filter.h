@@ -67,11 +67,13 @@ class ZORV_API ZoTestFilter : public ZoFilter {
     Function function;
 };
 
+/// Takes every object.
 class ZORV_API ZoTrueFilter : public ZoFilter {
   public:
     unsigned int Test(const ZoObject*) const override { return 1; }
 };
 
+/// Takes no object.
 class ZORV_API ZoFalseFilter : public ZoFilter {
   public:
     unsigned int Test(const ZoObject*) const override { return 0; }

@@ -16,8 +16,9 @@ enum eZoNotify : int {
     eZoNotifyDestroyed = 4,  ///< the list is going away
 };
 
+/// What happened to a notifier; the parameter with which an observer's link is called.
 struct ZoNotifyEvent {
-    int kind = 0;
+    int kind = 0;  ///< one of eZoNotify, or a number of the host's own
     ZoStandardNotifier* sender = nullptr;
     void* object = nullptr;  ///< the node concerned, or null for the list as a whole
 };

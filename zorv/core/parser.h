@@ -8,6 +8,7 @@
 #include "zorv/core/char_lookup.h"
 #include "zorv/export.h"
 
+/// What a token of the tagged text is.
 enum eZoTokentype : int {
     eZoTokenOther = 0,  ///< a word with neither digit nor letter
     eZoTokenInt = 1,
@@ -21,6 +22,7 @@ enum eZoTokentype : int {
     eZoTokenEof = 9,
 };
 
+/// How reading stands; everything above eZoParserStatusEof is an error.
 enum eZoParserStatus : int {
     eZoParserStatusOk = 0,
     eZoParserStatusEof = 1,

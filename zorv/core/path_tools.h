@@ -4,6 +4,7 @@
 
 #include "zorv/export.h"
 
+/// \file
 /// Parts of a path. `/` and `\` both separate, on every system; nothing here but ZoExistFile and
 /// ZoGetFileTimeAsString looks at a disk. A name that begins with its only dot has no extension.
 
@@ -15,6 +16,7 @@ ZORV_API bool ZoExistFile(const std::wstring& path);
 ZORV_API std::wstring ZoGetExtension(const std::wstring& path);
 /// What stands behind the last separator.
 ZORV_API std::wstring ZoGetFilename(const std::wstring& path);
+/// The same without the extension.
 ZORV_API std::wstring ZoGetFilenameNoExt(const std::wstring& path);
 /// The parent: all before the last separator, a root with its separator.
 ZORV_API std::wstring ZoGetPath(const std::wstring& path);

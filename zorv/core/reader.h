@@ -18,6 +18,7 @@ class ZORV_API ZoReaderError : public ZoParserStatus, public TZoListnode<ZoReade
     explicit ZoReaderError(const ZoParserStatus& error) : ZoParserStatus(error) {}
 };
 
+/// The errors of a reader, which it owns, in the order in which they were met.
 class ZORV_API ZoReaderErrorList : public TZoListHeader<ZoReaderError> {};
 
 /// The keywords of one block. A nested block sees none of the outer ones.
@@ -66,7 +67,8 @@ class ZORV_API ZoReader {
 
     /// In simple mode every token goes to the one object that is registered, without looking at keywords.
     void SetSimpleMode(bool on) { simpleMode = on; }
-    /// Whether unknown keywords and their blocks are passed (the default) or given to UnknownTokenFound.
+    /// Whether unknown keywords are passed (the default) or given to UnknownTokenFound. A block that is passed with its
+    /// keyword stands among the errors.
     void SkipUnknownToken(bool on) { skipUnknownToken = on; }
     void SetParserErrorHdl(const Link& handler) { parserErrorHandler = handler; }
     void SetUnknownTokenHdl(const Link& handler) { unknownTokenHandler = handler; }

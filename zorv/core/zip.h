@@ -7,6 +7,7 @@
 
 #include "zorv/export.h"
 
+/// \file
 /// ZIP containers: writing to memory, files and handles, reading from files.
 ///
 /// Names of items are wide texts, stored as UTF-8 with `/` between folders; `\` is taken for `/`. Every function that
@@ -15,6 +16,7 @@
 
 /// An open ZIP, for reading or for writing.
 struct ZoZip;
+/// Handle of an open ZIP, until it is closed.
 using HZIP = ZoZip*;
 
 /// Result codes of the ZIP functions.
@@ -105,4 +107,5 @@ ZORV_API std::uint32_t ZoUnzipItem(HZIP zip, int index, void* memory, std::size_
 ZORV_API std::uint32_t ZoUnzipItem(HZIP zip, int index, std::unique_ptr<char[]>& block, std::size_t& size);
 /// Unpacks an item into a file and creates the directories above it. The file is there whole or not at all.
 ZORV_API std::uint32_t ZoUnzipItem(HZIP zip, int index, const wchar_t* file);
+/// Closes a ZIP that is open for reading; the handle ends.
 ZORV_API std::uint32_t ZoUnzipClose(HZIP zip);

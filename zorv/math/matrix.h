@@ -260,7 +260,8 @@ class ZORV_API ZoMatrix {
 /// one of the three points that define it goes to infinity.
 ZORV_API bool CalcNormVect(ZoVector* normal, const ZoMatrix& m);
 
-/// Applies PTrans2D or PTrans3D to every point of the list. A point that cannot be mapped stays as it is and counts.
+/// Applies PTrans2D to every point of the list. A point that cannot be mapped stays as it is and counts.
 /// Returns the number of points; 0 for null.
 ZORV_API int Transform2D(ZoPointList* list, const ZoMatrix& m);
+/// The same with PTrans3D.
 ZORV_API int Transform3D(ZoPointList* list, const ZoMatrix& m);

@@ -60,6 +60,7 @@ class ZORV_API ZoPoint2d {
 
 inline constexpr ZoPoint2d ZoPoint2d::kOrigin{0.0, 0.0};
 
+/// Both coordinates times s.
 inline ZoPoint2d operator*(double s, const ZoPoint2d& p) {
     return p * s;
 }

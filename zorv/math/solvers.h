@@ -4,6 +4,7 @@
 
 class ZoMatrix;
 
+/// \file
 /// Linear equations and determinants by elimination with relative pivots: the pivot of a column is the element that is
 /// greatest in relation to the sum of its line, so that badly scaled lines do no harm. What lies below 1e-10 counts as
 /// zero, in all tests.

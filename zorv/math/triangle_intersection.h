@@ -2,6 +2,7 @@
 
 #include "zorv/export.h"
 
+/// \file
 /// Triangle-triangle intersection after T. Moeller, "A fast triangle-triangle intersection test", Journal of Graphics
 /// Tools 2(2), 1997, in its three forms.
 ///

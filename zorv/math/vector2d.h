@@ -90,6 +90,7 @@ inline constexpr ZoVector2d ZoVector2d::kIdentity{0.0, 0.0};
 inline constexpr ZoVector2d ZoVector2d::kXAxis{1.0, 0.0};
 inline constexpr ZoVector2d ZoVector2d::kYAxis{0.0, 1.0};
 
+/// Both components times s.
 inline ZoVector2d operator*(double s, const ZoVector2d& v) {
     return v * s;
 }

@@ -75,6 +75,7 @@ inline const ZoVector3d ZoVector3d::XAxis{1.0, 0.0, 0.0};
 inline const ZoVector3d ZoVector3d::YAxis{0.0, 1.0, 0.0};
 inline const ZoVector3d ZoVector3d::ZAxis{0.0, 0.0, 1.0};
 
+/// Three components times the factor; w of the result is 0.
 inline ZoVector3d operator*(const ZoVector3d& v, double factor) {
     return {v.x() * factor, v.y() * factor, v.z() * factor};
 }

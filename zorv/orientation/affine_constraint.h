@@ -30,7 +30,7 @@ class ZORV_API ZoAffineConstraint {
     double GetCenterY() const { return centerY; }
     double GetRadius() const { return radius; }
 
-    /// Appends centre and radius as a line to the file c:\AffinConstraint.txt. Where that cannot be opened, as on
+    /// Appends centre and radius as a line to the file `c:\AffinConstraint.txt`. Where that cannot be opened, as on
     /// systems without drives, nothing is written. The prefix has no effect.
     void WriteDbgLog(const char* prefix) const;
 

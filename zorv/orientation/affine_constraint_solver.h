@@ -31,6 +31,6 @@ class ZORV_API ZoAffineConstraintSolver {
     double b = 0.0;
 
   protected:
-    /// Logs the sections in the file c:\AffinConstraintRes.txt, where that can be opened.
+    /// Logs the sections in the file `c:\AffinConstraintRes.txt`, where that can be opened.
     void Calc(std::vector<ZoAffineConstraint>& constraints);
 };

@@ -75,6 +75,7 @@ class ZORV_API ZoPhotoVivaPano : public ZoPhoto {
     double foundPixelY = 0.0;
 };
 
+/// The panoramas of a project, which the list owns.
 class ZORV_API ZoVivaPanoList : public TZoListHeader<ZoPhotoVivaPano>, public LinkHdl {
   public:
     /// Reads a panorama from its block and appends it. Throws ZoParserStatus, then nothing is added.

@@ -28,6 +28,7 @@ class ZoPhotoList;
 class ZoReaderObject;
 class ZoScanPoint3d;
 
+/// Whether a photo comes from film or from a digital camera.
 enum eZoPhototype : std::int32_t { eZoPhotoAnalog = 0, eZoPhotoDigital = 1 };
 
 /// One image of a project: its copy of a camera, the transformations from pixels to image coordinates, its exterior

@@ -92,6 +92,7 @@ class ZORV_API ZoElspDefLineConstraint : public zorv::detail::JoiningNode<ZoElsp
     double value = 0.0;  ///< for the host
 };
 
+/// The lines of a definition, which the list owns.
 class ZORV_API ZoElspDefLineList : public TZoListHeader<ZoElspDefLine>, public LinkHdl {
   public:
     /// Reads a line from the tokens at hand and appends it. Returns 1; throws ZoParserStatus, then nothing is added.
@@ -101,6 +102,7 @@ class ZORV_API ZoElspDefLineList : public TZoListHeader<ZoElspDefLine>, public L
     void WriteV9(CZipWrapper* archive) const;
 };
 
+/// The constraints of a definition, which the list owns.
 class ZORV_API ZoElspDefLineConstraintList : public TZoListHeader<ZoElspDefLineConstraint>, public LinkHdl {
   public:
     /// Reads a constraint from the tokens at hand and appends it. Returns 1; throws ZoParserStatus, then nothing is

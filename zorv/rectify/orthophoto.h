@@ -71,6 +71,7 @@ class ZORV_API ZoOrthoPhoto : public ZoPhoto {
     std::int32_t mirror = 0;
 };
 
+/// The orthophotos of a project, which the list owns.
 class ZORV_API ZoOrthoPhotoList : public TZoListHeader<ZoOrthoPhoto>, public LinkHdl {
   public:
     /// Reads an orthophoto from its block and appends it. Throws ZoParserStatus, then nothing is added.

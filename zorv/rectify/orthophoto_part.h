@@ -49,6 +49,7 @@ class ZORV_API ZoElspPlaneInfo : public TZoListnode<ZoElspPlaneInfo> {
     ZoPolygon range;  ///< the outline in pixels of the orthophoto
 };
 
+/// The rectified planes of an orthophoto, which the list owns.
 class ZORV_API ZoElspPlaneInfoList : public TZoListHeader<ZoElspPlaneInfo>, public LinkHdl {
   public:
     /// Reads a part from the tokens at hand and appends it. Throws ZoParserStatus, then nothing is added.

@@ -85,6 +85,7 @@ class ZORV_API ZoPlane : public TZoFlagNode<ZoPlane> {
     double d = 0.0;
 };
 
-/// Filter functions for ZoTestFilter, on objects that are planes: the active and the selected bit of their flags.
+/// Filter function for ZoTestFilter, on objects that are planes: the active bit of their flags.
 ZORV_API unsigned int IsPlaneFlagGuiCheckActive(const ZoObject* plane);
+/// The same for the selected bit.
 ZORV_API unsigned int IsPlaneFlagGuiSelect(const ZoObject* plane);

@@ -128,8 +128,9 @@ class ZORV_API ZoElspTrafoList : public TZoListHeader<ZoElspTrafo>, public LinkH
     void WriteV9(CZipWrapper* archive) const;
 };
 
-/// Filter functions for ZoTestFilter, on objects that are rectifications: 1 or 0.
+/// Filter function for ZoTestFilter, on objects that are rectifications: 1 with a region, else 0.
 ZORV_API unsigned int HasElspRegion(const ZoObject* rectification);
+/// The same: 1 for an active rectification, else 0.
 ZORV_API unsigned int IsElspActive(const ZoObject* rectification);
 
 /// The outline of the rectified part of a photo in Biko coordinates, appended to `out`: the region, or without one the

@@ -31,4 +31,5 @@ struct ZORV_API ZoHostServices {
 
 /// Replaces all services at once; ZoHostServices() takes them away. Process-wide, without a lock.
 ZORV_API void ZoSetHostServices(const ZoHostServices& services);
+/// The services as they are installed; they belong to the library.
 ZORV_API const ZoHostServices& ZoGetHostServices();
