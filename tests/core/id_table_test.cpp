@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <numeric>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -141,6 +142,16 @@ TEST(IdTable2D, TextAndArchiveHoldRowAfterRow) {
     ReadArchiveBytes(bytes, back);
     EXPECT_EQ(back.table.SizeY(), 2);
     EXPECT_EQ(back.table.data, cells);
+}
+
+TEST(IdTable2D, WideTablesComeBack) {
+    ZoIdTable2D table(5000, 2);
+    std::iota(table.table.data.begin(), table.table.data.end(), 4'000'000'000U);
+    std::ostringstream text;
+    table.Write(text);
+    Table2D back;
+    EXPECT_EQ(ReadText(text.str(), back), 0);
+    EXPECT_TRUE(back.table.SizeX() == 5000 && back.table.data == table.table.data);
 }
 
 TEST(IdTable2D, SizesThatLieTakeNoMemory) {

@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kIdsPerLine = 10;
 constexpr int kPairsPerLine = 5;
+constexpr int kCellsPerLine = 100;  // of a wide table: the reader takes lines of limited length only
 
 void WriteId(std::ostream& stream, unsigned int id) {
     char text[zorv::detail::kNumberTextSize];
@@ -102,9 +103,10 @@ std::ostream& ZoIdTable2D::Write(std::ostream& stream) const {
     WriteId(stream, static_cast<unsigned int>(table.SizeX()));
     WriteId(stream, static_cast<unsigned int>(table.SizeY()));
     for (int y = 0; y < table.SizeY(); ++y) {
-        stream << Zoendl;
-        for (int x = 0; x < table.SizeX(); ++x)
+        for (int x = 0; x < table.SizeX(); ++x) {
+            if (x % kCellsPerLine == 0) stream << Zoendl;
             WriteId(stream, table(x, y));
+        }
     }
     return stream;
 }

@@ -92,8 +92,10 @@ class RecordText {
         return Bare([=](char* out) { return FormatDouble(out, value, precision); });
     }
 
-    /// UTF-8 in quotes, as the tagged text reader takes it back: `'` for a quote inside, a blank for a line end.
+    /// UTF-8 in quotes, as the tagged text reader takes it back: `'` for a quote inside, a blank for a line end; of a
+    /// very long text its beginning.
     RecordText& Quoted(std::wstring_view text) {
+        if (text.size() > kLongestQuotable) return Char('"').Text(QuotableUtf8(text)).Char('"');
         // Plain letters and digits, the usual case, need no conversion.
         char* out = Reserve(text.size() + 2);
         *out++ = '"';

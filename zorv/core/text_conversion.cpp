@@ -121,7 +121,14 @@ void AppendUtf8(std::string& bytes, std::wstring_view text) {
 
 std::string QuotableUtf8(std::wstring_view text) {
     std::string bytes;
-    AppendUtf8(bytes, text);
+    AppendUtf8(bytes, text.substr(0, kLongestQuotable));
+    if (bytes.size() > kLongestQuotable) {
+        const auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xc0) == 0x80; };
+        std::size_t end = kLongestQuotable;
+        while (end > 0 && continues(bytes[end]))
+            --end;
+        bytes.resize(end);
+    }
     for (char& c : bytes) {
         if (c == '"') c = '\'';
         if (c == '\n' || c == '\r' || c == '\0') c = ' ';

@@ -27,7 +27,11 @@ std::wstring WideFromUtf16(std::u16string_view units);
 /// Appends UTF-8 to a text that exists.
 void AppendUtf8(std::string& bytes, std::wstring_view text);
 
-/// Text as a quoted field of a text file holds it: UTF-8 with `'` for quotes and a blank for line ends.
+/// Bytes of a quoted field at most: the tagged text reader gives up at a longer line, and all behind it would be lost.
+inline constexpr std::size_t kLongestQuotable = 8000;
+
+/// Text as a quoted field of a text file holds it: UTF-8 with `'` for quotes and a blank for line ends, cut at a whole
+/// character where it is longer than such a field may be.
 std::string QuotableUtf8(std::wstring_view text);
 
 }  // namespace zorv::detail
