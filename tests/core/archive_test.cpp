@@ -8,14 +8,15 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
+#include "tests/support/recorded_host.h"
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
 #include "zorv/core/crc32.h"
 #include "zorv/core/flag.h"
 #include "zorv/core/object.h"
-#include "zorv/core/platform/host_services.h"
 #include "zorv/core/zip_state.h"
 
 namespace {
@@ -92,16 +93,14 @@ TEST(Archive, ReadsWhatAnotherToolPacked) {
     TestArchive archive(folder.Write("foreign.zip", kForeignArchive), false);
     ZIPENTRY entry;
     ASSERT_NE(archive.UnzipItem(L"WALLS\\list", &entry), nullptr);
-    EXPECT_EQ(entry.unc_size, 82U);
-    EXPECT_EQ(entry.comp_size, 21U);
+    EXPECT_EQ(std::tuple(entry.unc_size, entry.comp_size), std::tuple(82U, 21U));
     EXPECT_EQ(archive.ReadBytesLeft(), 78U);
     const std::uint64_t count = archive.ReadCount(6);
     EXPECT_EQ(count, 5U);
     for (std::uint64_t i = 0; i < count; ++i) {
         ZoObject wall;
         wall.ReadV9(&archive);
-        EXPECT_EQ(wall.GetId(), 7U);
-        EXPECT_EQ(wall.GetName(), L"Wall");
+        EXPECT_EQ(std::tuple(wall.GetId(), wall.GetName()), std::tuple(7U, L"Wall"));
     }
     EXPECT_TRUE(archive.Eof());
 
@@ -116,30 +115,21 @@ TEST(Archive, ReadsWhatAnotherToolPacked) {
 }
 
 TEST(Archive, ShortReadsStopAtTheEndOfTheItem) {
-    const TempFolder folder;
-    TestArchive archive(folder.Name("short.zip"), true);
-    archive.Add(L"a", [](CZipWrapper& out) { out.AddZipData("abcde", 5); });
-    archive.Add(L"w", [](CZipWrapper& out) { out.AddZipData("\x34\xd8\x1e\xdd\x34\xd8x\0y", 9); });
-    archive.SzClose();
-    archive.SzOpen(folder.Name("short.zip"), false);
-
-    archive.UnzipItem(L"a", nullptr);
+    ArchiveItem item("abcde");
     char bytes[8] = {};
-    EXPECT_EQ(archive.Read(nullptr, 2), 0U);
-    EXPECT_EQ(archive.Read(bytes, 3), 3U);
-    EXPECT_EQ(archive.Read(bytes, 8), 2U);
+    EXPECT_EQ(item.Read(nullptr, 2), 0U);
+    EXPECT_EQ(item.Read(bytes, 3), 3U);
+    EXPECT_EQ(item.Read(bytes, 8), 2U);
     EXPECT_STREQ(bytes, "dec");
     std::uint32_t number = 77;
-    EXPECT_FALSE(archive.ReadValue(number));
+    EXPECT_FALSE(item.ReadValue(number));
     EXPECT_EQ(number, 77U);
-
-    archive.UnzipItem(L"a", nullptr);
     std::string text = "x";
-    EXPECT_EQ(archive.Read(&text), 6U);
+    EXPECT_EQ(ArchiveItem("abcde").Read(&text), 6U);
     EXPECT_EQ(text, "xabcde");
 
     // A pair, a lone surrogate, a letter, half a unit and no terminator.
-    archive.UnzipItem(L"w", nullptr);
+    ArchiveItem archive(std::string("\x34\xd8\x1e\xdd\x34\xd8x\0y", 9));
     std::wstring wide = L"old";
     EXPECT_EQ(archive.Read(&wide), 3U);
     EXPECT_EQ(wide, L"\U0001d11e\ufffdx");
@@ -149,18 +139,11 @@ TEST(Archive, ShortReadsStopAtTheEndOfTheItem) {
 }
 
 TEST(Archive, ReadingWhileWritingBeeps) {
-    std::vector<int> beeps;
-    ZoHostServices services;
-    services.beep = [&beeps](int frequency, int duration) {
-        beeps.insert(beeps.end(), {frequency, duration});
-        return true;
-    };
-    ZoSetHostServices(services);
+    const RecordedHost host;
     TestArchive archive(L"never-closed-by-name/x.zip", true);
     char byte = 0;
     EXPECT_EQ(archive.Read(&byte, 1), 0U);
-    ZoSetHostServices(ZoHostServices());
-    EXPECT_EQ(beeps, (std::vector<int>{1000, 100}));
+    EXPECT_EQ(host.beeps, (std::vector<std::pair<int, int>>{{1000, 100}}));
     archive.SzClose();
     EXPECT_EQ(archive.GetLastResult(), 0x200U);
     EXPECT_EQ(archive.ErrorMsg(), L"Error: Couldn't create/open file");
@@ -216,9 +199,7 @@ TEST(Archive, ItemsThatGoWrongLeaveTheRestWhole) {
     archive.SzClose();
 
     archive.SzOpen(folder.Name("rest.zip"), false);
-    EXPECT_TRUE(archive.HasItem(L"first"));
-    EXPECT_FALSE(archive.HasItem(L"uneven"));
-    EXPECT_FALSE(archive.HasItem(L"huge"));
+    EXPECT_TRUE(archive.HasItem(L"first") && !archive.HasItem(L"uneven") && !archive.HasItem(L"huge"));
     EXPECT_EQ(StoredBytes(archive, 2), "PNG bytes");
     ASSERT_NE(archive.UnzipItem(L"last", nullptr), nullptr);
     int value = 0;
@@ -226,33 +207,9 @@ TEST(Archive, ItemsThatGoWrongLeaveTheRestWhole) {
     EXPECT_EQ(value, 2);
 }
 
-TEST(Archive, NothingReachesTheDiskBeforeTheClose) {
-    const TempFolder folder;
-    folder.Write("old.zip", "old");
-    TestArchive archive(folder.Name("old.zip"), true);
-    archive.Add(L"item", [](CZipWrapper& out) { out.WriteValue(1); });
-    EXPECT_EQ(folder.Read("old.zip"), "old");
-    archive.SzClose();
-    EXPECT_EQ(folder.Read("old.zip").substr(0, 4), "PK\3\4");
-}
-
 TEST(Archive, LyingCountsAreBroughtDownToTheBytesThatAreThere) {
-    const TempFolder folder;
-    TestArchive archive(folder.Name("count.zip"), true);
-    archive.Add(L"list", [](CZipWrapper& out) {
-        out.WriteCount(std::uint64_t{1} << 60);
-        out.AddZipData("0123456789", 10);
-    });
-    archive.Add(L"negative", [](CZipWrapper& out) {
-        out.WriteCount(~std::uint64_t{0});
-        out.AddZipData("0123456789", 10);
-    });
-    archive.SzClose();
-    archive.SzOpen(folder.Name("count.zip"), false);
-    archive.UnzipItem(L"list", nullptr);
-    EXPECT_EQ(archive.ReadCount(4), 2U);
-    archive.UnzipItem(L"negative", nullptr);
-    EXPECT_EQ(archive.ReadCount(4), 0U);
+    EXPECT_EQ(ArchiveItem(HexBytes("0000000000000010") + "0123456789").ReadCount(4), 2U);
+    EXPECT_EQ(ArchiveItem(HexBytes("ffffffffffffffff") + "0123456789").ReadCount(4), 0U);
 }
 
 TEST(Archive, AnyDamagedByteIsNoticedOrHarmless) {

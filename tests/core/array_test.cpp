@@ -30,8 +30,7 @@ TEST(Array, GrowsByDoublingAndNeverMovesAnElement) {
     unsigned int* const first = &array[0];
     for (unsigned int value : {6u, 7u})
         array.Add(value);
-    EXPECT_EQ(array.capacity, 4);
-    EXPECT_EQ(&array[0], first);
+    EXPECT_EQ(std::tuple(array.capacity, &array[0]), std::tuple(4, first));
     array.Insert(array[2], 0);
     array.Add(array[1]);
     EXPECT_EQ(array.capacity, 8);
@@ -55,8 +54,7 @@ TEST(Array, Searches) {
     EXPECT_EQ(array.Search(4), 0);
     EXPECT_EQ(array.Search(4, 1), 2);
     EXPECT_EQ(array.Search(4, 1, 2), -1);
-    const Array up(4, {2, 4, 6, 8, 10});
-    const Array down(4, {10, 8, 6, 4, 2});
+    const Array up(4, {2, 4, 6, 8, 10}), down(4, {10, 8, 6, 4, 2});
     for (int value = 0; value <= 12; ++value) {
         const bool there = value % 2 == 0 && value >= 2 && value <= 10;
         EXPECT_EQ(up.BinSearchUp(static_cast<unsigned int>(value)), there ? value / 2 - 1 : -1);

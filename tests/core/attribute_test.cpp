@@ -40,12 +40,9 @@ struct Listener : LinkHdl {
 };
 
 TEST(Attribute, HooksFollowAnAttributeFromRecordToRecord) {
-    ZoObject one(1);
-    ZoObject two(2);
-    ZoAttributeList list;
-    ZoAttributeList dest;
-    const Listener here(list, "*+-!");
-    const Listener there(dest, "*ADX");
+    ZoObject one(1), two(2);
+    ZoAttributeList list, dest;
+    const Listener here(list, "*+-!"), there(dest, "*ADX");
 
     ZoAttribute* first = list.Add(new Note(L"first"), &one);
     ZoAttribute* second = list.Add(new Note(L"second"), &one);
@@ -83,8 +80,7 @@ TEST(Attribute, CopiesBelongToNoRecord) {
     attribute.SetParent(&record);
     EXPECT_EQ(ZoAttribute(attribute).GetParent(), nullptr);
     attribute = ZoAttribute(L"b");
-    EXPECT_EQ(attribute.GetName(), L"b");
-    EXPECT_EQ(attribute.GetParent(), &record);
+    EXPECT_EQ(std::tuple(attribute.GetName(), attribute.GetParent()), std::tuple(L"b", &record));
 }
 
 }  // namespace

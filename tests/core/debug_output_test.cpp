@@ -20,16 +20,14 @@ TEST(DebugOutput, LongTextIsCutAndAFailureSendsNothing) {
     const RecordedHost host;
     EXPECT_EQ(dbgprintf("%s", std::string(20000, 'n').c_str()), 9499);
     EXPECT_EQ(dbgprintf(L"%s", std::wstring(20000, L'w').c_str()), 9499);
-    EXPECT_EQ(host.narrow.at(0).size(), 9499u);
-    EXPECT_EQ(host.wide.at(0).size(), 9499u);
+    EXPECT_EQ(std::tuple(host.narrow.at(0).size(), host.wide.at(0).size()), std::tuple(9499u, 9499u));
     EXPECT_EQ(dbgprintf(L"%hs", "\xc3("), -1);
     EXPECT_EQ(host.wide.size(), 1u);
 }
 
 TEST(DebugOutput, BoxesAndBeepsAreTheHosts) {
     RecordedHost host;
-    EXPECT_TRUE(ZoMessageErrorBox("Fehler", "Größe"));
-    EXPECT_TRUE(ZoMessageErrorBox(L"Fehler", L"€"));
+    EXPECT_TRUE(ZoMessageErrorBox("Fehler", "Größe") && ZoMessageErrorBox(L"Fehler", L"€"));
     EXPECT_EQ(host.boxes,
               (std::vector<std::pair<std::wstring, std::wstring>>{{L"Fehler", L"Größe"}, {L"Fehler", L"€"}}));
     EXPECT_TRUE(ZorvBeep(1000, 100));

@@ -51,14 +51,12 @@ TEST(FileType, SomeTypesAreValidByTheirNameAlone) {
 TEST(FileType, UnknownAndMissingFilesAreNoType) {
     const TempFolder folder;
     ZoDetectZorvFiles detected(folder.Name("missing.coo"));
-    EXPECT_EQ(detected.byExtension, eZorvFileCoo);
-    EXPECT_EQ(detected.validated, eZorvFileNone);
+    EXPECT_EQ(std::tuple(detected.byExtension, detected.validated), std::tuple(eZorvFileCoo, eZorvFileNone));
     for (const wchar_t* name : {L"README", L"a.b\\c", L"x.docx", L"x.", L""}) {
         detected.Detector(folder.Write("a.csv", ""));
         EXPECT_EQ(detected.validated, eZorvFileCsv);
         detected.Detector(name);
-        EXPECT_EQ(detected.byExtension, eZorvFileNone);
-        EXPECT_EQ(detected.validated, eZorvFileNone);
+        EXPECT_EQ(std::tuple(detected.byExtension, detected.validated), std::tuple(eZorvFileNone, eZorvFileNone));
     }
     std::filesystem::create_directory(folder.path / "folder.coo");
     detected.Detector(folder.Name("folder.coo"));

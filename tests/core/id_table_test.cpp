@@ -9,6 +9,7 @@
 
 #include "tests/support/archive_item.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/core/reader.h"
@@ -128,10 +129,9 @@ TEST(IdTable2D, TextAndArchiveHoldRowAfterRow) {
     EXPECT_EQ(table.table.At(1, 1), 5u);
     EXPECT_EQ(table.table.At(3, 0) + table.table.At(0, -1), 0u);
 
-    std::ostringstream text;
-    table.Write(text);
+    const std::string text = WrittenText(table);
     Table2D back;
-    EXPECT_EQ(ReadText(text.str(), back), 0);
+    EXPECT_EQ(ReadText(text, back), 0);
     EXPECT_EQ(back.table.SizeX(), 3);
     EXPECT_EQ(back.table.data, cells);
 

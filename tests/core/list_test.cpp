@@ -93,10 +93,8 @@ TEST(List, LinksFindsAndHandsBack) {
         EXPECT_EQ(Ids(list), (IdList{1, 2, 2, 4}));
         EXPECT_EQ(list.Get(list.Count()), nullptr);
         EXPECT_TRUE(list.CountMoreThan(3) && !list.CountMoreThan(4));
-        EXPECT_EQ(list.Find(2u), list.Get(1));
-        EXPECT_EQ(list.Find(9u), nullptr);
-        EXPECT_EQ(list.Find(L"POINT 1", false), list.Get(0));
-        EXPECT_EQ(list.Find(L"POINT 1", true), list.Get(1));
+        EXPECT_EQ(std::tuple(list.Find(2u), list.Find(9u), list.Find(L"POINT 1", false), list.Find(L"POINT 1", true)),
+                  std::tuple(list.Get(1), nullptr, list.Get(0), list.Get(1)));
 
         const std::unique_ptr<Record> byPlace(list.Subtract(1));
         EXPECT_EQ(byPlace->GetName(), L"POINT 1");
@@ -132,10 +130,8 @@ TEST(List, FreeIdsAndRenumbering) {
 }
 
 TEST(List, EveryOperationTellsWhatHappened) {
-    TZoListHeader<Record> list;
-    TZoListHeader<Record> other;
-    Listener heard(list);
-    Listener there(other);
+    TZoListHeader<Record> list, other;
+    Listener heard(list), there(other);
     const auto both = [&] { return heard.Take() + "|" + there.Take(); };
 
     Record* three = list.Add(Record(3));
@@ -306,10 +302,8 @@ TEST(List, SortByIdFreesTheNodesOfTakenIds) {
     Append(list, {4, 2, 4, 1}, L"abcd");
     const int before = living;
     const ZoSortHelper<Record> helper(&list);
-    EXPECT_EQ(helper.count, 4);
-    EXPECT_EQ(helper.index.size(), 3u);
-    EXPECT_EQ(helper.Find(4), list.First());
-    EXPECT_EQ(helper.Find(3), nullptr);
+    EXPECT_EQ(std::tuple(helper.count, helper.index.size(), helper.Find(4), helper.Find(3)),
+              std::tuple(4, 3u, list.First(), nullptr));
     list.SortById();
     EXPECT_EQ(Names(list), L"dba");
     EXPECT_EQ(living, before - 1);
@@ -334,9 +328,8 @@ TEST(Flag, WalksStopAtAnyFlagOfTheMask) {
     TZoListHeader<Flagged> list;
     for (int bits : {1, 2, 0, 6, 1})
         list.Add(new Flagged(bits));
-    EXPECT_EQ(list.First()->First(1), list.Get(0));
-    EXPECT_EQ(list.First()->First(4), list.Get(3));
-    EXPECT_EQ(list.First()->Next(1), list.Get(4));
+    EXPECT_EQ(std::tuple(list.First()->First(1), list.First()->First(4), list.First()->Next(1)),
+              std::tuple(list.Get(0), list.Get(3), list.Get(4)));
     EXPECT_EQ(list.Last()->Previous(2), list.Get(3));
     EXPECT_TRUE(!list.Last()->Previous(8) && !list.First()->First(0));
     EXPECT_EQ(list.Last()->ToggleFlag(6), 7);

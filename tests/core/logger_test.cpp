@@ -75,8 +75,7 @@ TEST_F(Logger, TakesWhatIsNotAboveItsLevel) {
     ZoApplicationLogger::Log(1, L"not to be formatted %hs", "\xff");
     EXPECT_EQ(logger.lines, (std::vector<std::wstring>{L"Prüfling 7 Ω", L"$day %", L"not to be formatted %hs"}));
     ASSERT_EQ(host.wide.size(), 4u);
-    EXPECT_EQ(host.wide[0], L"\nLog: Prüfling 7 Ω");
-    EXPECT_EQ(host.wide[1], L"\nLog: debug");
+    EXPECT_EQ(std::tuple(host.wide[0], host.wide[1]), std::tuple(L"\nLog: Prüfling 7 Ω", L"\nLog: debug"));
     EXPECT_TRUE(logger.boxes.empty());
     master.SetFormat(L"<$mesg>");
     EXPECT_EQ(ZoApplicationLogger::DisplayMsgBox(1, true, L"text"), 0);
@@ -99,8 +98,7 @@ TEST_F(Logger, LongTextIsCutToItsBuffers) {
     ZoApplicationLogger::LogText(1, text.c_str());
     ASSERT_EQ(logger.lines.size(), 2u);
     EXPECT_EQ(logger.lines[0], text.substr(0, 499));
-    EXPECT_EQ(host.wide[0], L"\nLog: " + text.substr(0, 1499));
-    EXPECT_EQ(host.wide[1], L"\nLog: " + text);
+    EXPECT_EQ(std::tuple(host.wide[0], host.wide[1]), std::tuple(L"\nLog: " + text.substr(0, 1499), L"\nLog: " + text));
     master.SetFormat(text.c_str());
     ZoApplicationLogger::LogText(1, L"");
     EXPECT_EQ(logger.lines[2], text.substr(0, 199));
@@ -116,8 +114,7 @@ TEST_F(Logger, EveryLoggerIsCalledAndAnyAnswerCounts) {
     EXPECT_EQ(master.Stop(), 1);
     EXPECT_EQ(master.Log(1, L"a"), 1);
     EXPECT_EQ(master.DisplayMsgBox(1, false, L"b"), 1);
-    EXPECT_EQ(second.lines.size(), 1u);
-    EXPECT_EQ(second.boxes.size(), 1u);
+    EXPECT_EQ(std::tuple(second.lines.size(), second.boxes.size()), std::tuple(1u, 1u));
 }
 
 TEST_F(Logger, SubtractTakesTheFirstReferenceOnly) {

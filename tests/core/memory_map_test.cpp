@@ -16,9 +16,8 @@ std::ptrdiff_t OpenHandles() {
 
 void ExpectClosed(const ZoMemoryMap& map, int errorCode) {
     EXPECT_FALSE(map.IsMemoryMapOpen());
-    EXPECT_EQ(map.GetErrorCode(), errorCode);
-    EXPECT_EQ(map.fileHandle, ZoMemoryMap::kInvalidHandle);
-    EXPECT_EQ(map.memory, nullptr);
+    EXPECT_EQ(std::tuple(map.GetErrorCode(), map.fileHandle, map.memory),
+              std::tuple(errorCode, ZoMemoryMap::kInvalidHandle, nullptr));
     EXPECT_EQ(map.MemoryMapFileSize(), 0u);
 }
 
@@ -37,8 +36,7 @@ TEST(MemoryMap, ANewFileHoldsWhatIsWrittenIntoMemory) {
     ASSERT_TRUE(again.IsMemoryMapOpen());
     static_cast<char*>(again.GetMemoryPtr())[0] = 'A';
     EXPECT_EQ(again.MemoryMapMemorySize(), 5u);
-    EXPECT_TRUE(again.OpenMemoryMap(name, true));
-    EXPECT_TRUE(again.readOnly);
+    EXPECT_TRUE(again.OpenMemoryMap(name, true) && again.readOnly);
     EXPECT_EQ(std::memcmp(again.GetMemoryPtr(), "Abcd", 4), 0);
 }
 

@@ -29,11 +29,8 @@ std::string Told(ZoStandardNotifier& notifier, ZoObserver* skip = nullptr) {
 }
 
 TEST(Notifier, TellsInOrderOfRegistrationAllButOne) {
-    ZoStandardNotifier notifier;
-    ZoStandardNotifier other;
-    Named a('a', &notifier);
-    Named b('b', nullptr);
-    Named c('c', &notifier);
+    ZoStandardNotifier notifier, other;
+    Named a('a', &notifier), b('b', nullptr), c('c', &notifier);
     EXPECT_EQ(Told(notifier, &a), "c2");
     b.SetNotifyParent(&notifier);
     EXPECT_FALSE(notifier.AddObserver(&b) || other.AddObserver(&b) || notifier.AddObserver(nullptr));
@@ -52,8 +49,7 @@ TEST(Notifier, ObserversMayComeAndGoWhileTold) {
     ZoStandardNotifier notifier;
     Named a('a', &notifier);
     auto b = std::make_unique<Named>('b', &notifier);
-    Named c('c', &notifier);
-    Named late('d', nullptr);
+    Named c('c', &notifier), late('d', nullptr);
     a.then = [&] {
         b.reset();
         late.SetNotifyParent(&notifier);

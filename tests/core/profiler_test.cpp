@@ -7,8 +7,7 @@ namespace {
 TEST(Profiler, NestsAndCountsTheLiving) {
     const int before = ZoProfiler::GetIndentSpaceNbr();
     {
-        const ZoProfiler outer(L"outer");
-        const ZoProfiler inner;
+        const ZoProfiler outer(L"outer"), inner;
         EXPECT_EQ(ZoProfiler::GetIndentSpaceNbr(), before + 2);
         EXPECT_EQ(ZoProfiler::GetIndentSpaceStr(), std::wstring(2 * (before + 2), L' '));
     }

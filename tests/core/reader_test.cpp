@@ -3,10 +3,9 @@
 #include <functional>
 #include <sstream>
 
+#include "tests/support/recorded_log.h"
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
-
-#include "zorv/core/logger.h"
 
 namespace {
 
@@ -48,8 +47,7 @@ class Reader : public testing::Test {
 
     TempFolder folder;
     std::unique_ptr<ZoReader> reader;
-    int a = 0;
-    int b = 0;
+    int a = 0, b = 0;
     Asked goOn{[](ZoReader*) { return 1; }};
 };
 
@@ -187,8 +185,7 @@ TEST_F(Reader, ACatchAllGetsRecordsAndTheEndOfTheFileOnce) {
     EXPECT_EQ(Process(), "4 0");
     EXPECT_EQ(any.calls, 4);
     ASSERT_EQ(records.size(), 3u);
-    EXPECT_EQ(records[1].GetId(), 2u);
-    EXPECT_EQ(records[1].GetName() + records[2].GetName(), L"B\u00f6");
+    EXPECT_EQ(std::tuple(records[1].GetId(), records[1].GetName() + records[2].GetName()), std::tuple(2u, L"B\u00f6"));
 }
 
 TEST_F(Reader, SimpleModeGivesEveryTokenToTheFirstObject) {
@@ -248,24 +245,13 @@ TEST_F(Reader, NestingIsBounded) {
 }
 
 TEST_F(Reader, LogsItsErrors) {
-    struct Lines : ZoLogger {
-        int Log(int messageLevel, const wchar_t* text) override {
-            lines += std::to_wstring(messageLevel) + text + L"|";
-            return 0;
-        }
-        std::wstring lines;
-    } lines;
-    ZoMasterLogger master;
-    master.SetFormat(L"$mesg");
-    master.AddLogger(&lines);
-    ZoApplicationLogger::RegisterMasterLogger(&master);
+    const RecordedLog log;
     for (const char* text : {"A 1\n\nB x", "A 1"}) {
         Open(text).DoProcess(false);
         reader->LogErrorsToApplicationLogger();
     }
-    ZoApplicationLogger::RegisterMasterLogger(nullptr);
-    EXPECT_EQ(lines.lines, L"21 Read Error(s) in " + folder.Name("a.txt") +
-                               L":|2 - Line:  00003, Status : ParserErrorNotSpecifiedToken|");
+    EXPECT_EQ(log.lines, (std::vector<std::wstring>{L"2 1 Read Error(s) in " + folder.Name("a.txt") + L":",
+                                                    L"2  - Line:  00003, Status : ParserErrorNotSpecifiedToken"}));
 }
 
 }  // namespace

@@ -15,20 +15,15 @@ struct Doubler : LinkHdl {
 TEST(RuntimeLinker, CallsServicesByName) {
     ZoRuntimeLinker& linker = ZoRuntimeLinker::Instance();
     Doubler doubler;
-    int in = 21;
-    int out = 0;
+    int in = 21, out = 0;
     ZoRuntimeParameter block;
     block.SetParameter(&in);
     block.SetReturnvalue(&out);
-    EXPECT_FALSE(linker.Call("double", block));
-    EXPECT_TRUE(linker.Register("double", Link(&doubler, &Doubler::Run)));
-    EXPECT_FALSE(linker.Register("double", Link()));
-    EXPECT_TRUE(linker.Call("double", block));
+    EXPECT_TRUE(!linker.Call("double", block) && linker.Register("double", Link(&doubler, &Doubler::Run)));
+    EXPECT_TRUE(!linker.Register("double", Link()) && linker.Call("double", block));
     EXPECT_EQ(out, 42);
     // The service took itself out.
-    EXPECT_FALSE(linker.Remove("double"));
-    EXPECT_TRUE(linker.Register("unset", Link()));
-    EXPECT_TRUE(linker.Call("unset", block));
+    EXPECT_TRUE(!linker.Remove("double") && linker.Register("unset", Link()) && linker.Call("unset", block));
     EXPECT_TRUE(linker.Remove("unset"));
 }
 

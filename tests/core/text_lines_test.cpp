@@ -69,8 +69,7 @@ TEST(TextLines, WhatCannotBeOpenedHasNoLines) {
     const TempFolder folder;
     std::span<char> line;
     TextLines missing(folder.Name("missing"));
-    EXPECT_FALSE(missing.IsOpen());
-    EXPECT_FALSE(missing.Next(line));
+    EXPECT_FALSE(missing.IsOpen() || missing.Next(line));
     EXPECT_FALSE(TextLines(folder.Name(".")).IsOpen());
     TextLines none(static_cast<std::FILE*>(nullptr));
     EXPECT_FALSE(none.IsOpen() || none.Next(line));

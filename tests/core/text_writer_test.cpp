@@ -82,8 +82,8 @@ TEST(TextWriter, RecordTextEqualsTheManipulators) {
 
 TEST(TextWriter, NamesStayReadable) {
     RecordText text;
-    text.Quoted(L"a \"b\"\r\nc\u00e4").Char(' ').Quoted(std::wstring(5000, L'x')).Number(5u);
-    EXPECT_EQ(text.View(), "\"a 'b'  c\xC3\xA4\" \"" + std::string(5000, 'x') + "\"5");
+    text.Quoted(L"a \"b\"\r\nc\u00e4\U0001f600").Char(' ').Quoted(std::wstring(5000, L'x')).Number(5u);
+    EXPECT_EQ(text.View(), "\"a 'b'  c\xC3\xA4\xF0\x9F\x98\x80\" \"" + std::string(5000, 'x') + "\"5");
     text.Clear();
     text.Quoted(L"a" + std::wstring(5000, L'\u00e4'));
     EXPECT_EQ(text.View().size(), 1 + 7999U + 1) << "a line that the reader takes, cut at a whole character";

@@ -52,14 +52,14 @@ TEST(Time, StopwatchCountsAcrossTheEndOfTheWeek) {
     *watch.startTime = {6, 23, 59, 58, 750};  // Saturday
     *watch.stopTime = {0, 1, 0, 1, 250};      // Sunday
     EXPECT_DOUBLE_EQ(watch.Value(), 3602.5);
-    const ZoDifftime copy = watch;
+    ZoDifftime copy;
+    copy = watch;
     watch.SetValid(false);
     EXPECT_EQ(watch.ValueHMS(), "");
     EXPECT_EQ(copy.ValueHMS(), "01:00:2.5");
     *watch.startTime = {1, 8, 0, 0, 0};
     *watch.stopTime = {3, 9, 30, 0, 500};
-    int hours = 0;
-    int minutes = 0;
+    int hours = 0, minutes = 0;
     double seconds = 0;
     watch.Value(hours, minutes, seconds);
     EXPECT_TRUE(hours == 49 && minutes == 30 && seconds == 0.5);

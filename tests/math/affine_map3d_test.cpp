@@ -75,6 +75,7 @@ TEST(AffineMap3d, InverseUndoesTheMapAndASingularMapStays) {
     EXPECT_EQ(map.Det(), 2.0);
     EXPECT_EQ(map.Invert(), 0);
     EXPECT_LT(Difference(former * map, ZoAffinMap3d()), kRounding);
+    EXPECT_LT(Difference(ZoAffinMap3d::GetScaleMap(former), ZoAffinMap3d::Scale(2, 1, std::sqrt(3.0))), kRounding);
     const ZoVector3d a(1, 2, 3), b(-2, 0, 5);
     const ZoVector3d normal = former.NormalTransformMap() * (a % b);  // stays normal under shear
     EXPECT_TRUE(normal.IsPerpendicular(former * a, kRounding) && normal.IsPerpendicular(former * b, kRounding));
@@ -119,8 +120,7 @@ TEST(AffineMap3d, NormAngleKeepsAFullTurn) {
     EXPECT_NEAR(std::sin(NormAngle(1e6)), std::sin(1e6), 1e-9);  // 2 pi is short by 2e-16 in each turn
     for (const double angle : {1e300, -1e300, 1e6 * 2 * kPi, -1e6 * 2 * kPi, -5e-324})
         EXPECT_TRUE(NormAngle(angle) >= 0.0 && NormAngle(angle) <= 2 * kPi) << angle;
-    EXPECT_TRUE(std::isnan(NormAngle(std::nan(""))));
-    EXPECT_TRUE(std::isinf(NormAngle(-std::numeric_limits<double>::infinity())));
+    EXPECT_TRUE(std::isnan(NormAngle(std::nan(""))) && std::isinf(NormAngle(-std::numeric_limits<double>::infinity())));
 }
 
 TEST(AffineMap3d, ArbitraryAxesChangeAtOneSixtyFourth) {

@@ -3,10 +3,9 @@
 #include <cmath>
 #include <limits>
 
-#include "tests/support/temp_folder.h"
+#include "tests/support/archive_item.h"
 #include <gtest/gtest.h>
 
-#include "zorv/core/archive.h"
 #include "zorv/math/aligned_box3d.h"
 #include "zorv/points/point_list.h"
 
@@ -35,9 +34,7 @@ TEST(BoundingBox3d, ResetBoxIsInvalidAndChangesNothing) {
     box.Union(other);
     EXPECT_EQ(box.GetCount(), 1u);
     ExpectBounds(box, -1, 0, 3, 3, 5, 9);
-    EXPECT_EQ(box.GetMin(), 4.0);
-    EXPECT_EQ(box.GetVol(), 120.0);
-    EXPECT_EQ(box.Center().z(), 6.0);
+    EXPECT_EQ(std::tuple(box.GetMin(), box.GetVol(), box.Center().z()), std::tuple(4.0, 120.0, 6.0));
     EXPECT_FALSE(box.SameSize(empty, 100));
     box.SetXmin(kUnset);
     EXPECT_FALSE(box.IsValid());
@@ -46,25 +43,20 @@ TEST(BoundingBox3d, ResetBoxIsInvalidAndChangesNothing) {
 
 TEST(BoundingBox3d, FacesBelongToTheBoxAndOverlapOnlyWhenTouchingCounts) {
     const ZoBoundingBox3d box(0, 0, 0, 1, 1, 1);
-    EXPECT_TRUE(box.IsInBox({1, 1, 0}));
-    EXPECT_FALSE(box.IsInBox(1, 1, std::nextafter(1, 2)));
-    EXPECT_FALSE(box.IsInYZ(-0.1, 1));
+    EXPECT_TRUE(box.IsInBox({1, 1, 0}) && !box.IsInBox(1, 1, std::nextafter(1, 2)) && !box.IsInYZ(-0.1, 1));
     const ZoBoundingBox3d face(1, 0, 0, 2, 1, 1), inside(0.5, 0.5, 0.5, 2, 2, 2), above(0.5, 0.5, 1.5, 2, 2, 2);
     for (const bool touching : {true, false}) {
         EXPECT_EQ(box.Overlap(face, touching), touching);
         EXPECT_EQ(face.Overlap(box, touching), touching);
-        EXPECT_TRUE(box.Overlap(inside, touching));
-        EXPECT_FALSE(box.Overlap(above, touching));
+        EXPECT_TRUE(box.Overlap(inside, touching) && !box.Overlap(above, touching));
         EXPECT_TRUE(above.OverlapXY(box, touching));
     }
     ZoBoundingBox3d swapped = box;
     swapped.SetXmin(1);
     swapped.SetXmax(0);
     EXPECT_TRUE(swapped.Overlap(inside, false));
-    EXPECT_TRUE(box.SameSize({0, 0, 0, 1, 0.9, 1}, 0.2));
-    EXPECT_FALSE(box.SameSize({0, 0, 0, 1, 0.7, 1}, 0.2));
-    EXPECT_TRUE(box.CheckMax({0.1, 0.1, 0, 0.9, 0.9, 0.9}));
-    EXPECT_FALSE(box.CheckMax({0.1, 0.1, 0.1, 0.9, 0.9, 0.9}));
+    EXPECT_TRUE(box.SameSize({0, 0, 0, 1, 0.9, 1}, 0.2) && !box.SameSize({0, 0, 0, 1, 0.7, 1}, 0.2));
+    EXPECT_TRUE(box.CheckMax({0.1, 0.1, 0, 0.9, 0.9, 0.9}) && !box.CheckMax({0.1, 0.1, 0.1, 0.9, 0.9, 0.9}));
 }
 
 TEST(BoundingBox3d, BoundsMoveUpToTheOppositeOnes) {
@@ -81,29 +73,15 @@ TEST(BoundingBox3d, BoundsMoveUpToTheOppositeOnes) {
     ExpectBounds(box, 16, -4, 2, 24, 4, 14);
 }
 
-/// One item that holds a box.
-class BoxArchive : public CZipWrapper {
-  public:
-    using CZipWrapper::CZipWrapper;
-    void WriteItem() override { box.WriteV9(this); }
-    ZoBoundingBox3d box{1, 2, 3, 4, 5, 6};
-};
-
 TEST(BoundingBox3d, ArchiveRecordHasFiftyTwoBytes) {
-    const TempFolder folder;
-    BoxArchive out(folder.Name("box.zip"), true), in;
-    out.box.count = 0x01020304;
-    out.SzAdd(L"box");
-    out.SzClose();
-    ASSERT_TRUE(in.SzOpen(folder.Name("box.zip"), false));
-    ZIPENTRY entry;
-    ASSERT_NE(in.UnzipItem(L"box", &entry), nullptr);
-    EXPECT_EQ(std::string(in.buffer.get() + 40, 12), std::string("\0\0\0\0\0\0\x18@\4\3\2\1", 12));  // 6.0, count
-    in.box.Reset();
-    in.box.ReadV9(&in);
-    EXPECT_EQ(in.position, 52u);
-    ExpectBounds(in.box, 1, 2, 3, 4, 5, 6);
-    EXPECT_EQ(in.box.count, out.box.count);
+    ZoBoundingBox3d box(1, 2, 3, 4, 5, 6), back;
+    box.count = 0x01020304;
+    const std::string bytes = ArchiveBytes(box);
+    EXPECT_EQ(bytes.size(), 52u);
+    EXPECT_EQ(bytes.substr(40), std::string("\0\0\0\0\0\0\x18@\4\3\2\1", 12));  // 6.0, count
+    EXPECT_EQ(ReadArchiveBytes(bytes, back), 0u);
+    ExpectBounds(back, 1, 2, 3, 4, 5, 6);
+    EXPECT_EQ(back.count, box.count);
 }
 
 TEST(BoundingBox3d, PointListsCountTheirPointsInUse) {
@@ -131,8 +109,7 @@ TEST(AlignedBox3d, CornersComeOutInWorldCoordinates) {
     EXPECT_NEAR(box.GetVol(), 8.0, 8 * kRounding);
     for (int i = 0; i < 8; ++i)
         EXPECT_TRUE(box.GetPoint(i).IsSame(ZoPoint3d(frame, corners[i][0], corners[i][1], corners[i][2]), kRounding));
-    EXPECT_TRUE(box.GetPoint(8).IsSame({100, 200, 300}, kRounding));
-    EXPECT_TRUE(box.IsInBox(ZoPoint3d(frame, 3.9, 1.9, 0.9)));
+    EXPECT_TRUE(box.GetPoint(8).IsSame({100, 200, 300}, kRounding) && box.IsInBox(ZoPoint3d(frame, 3.9, 1.9, 0.9)));
     EXPECT_FALSE(box.IsInBox(ZoPoint3d(frame, 3.9, 2.1, 0.9)));
     box.SetMap(ZoAffinMap3d::Scale(0, 1, 1));
     EXPECT_FALSE(box.IsValid());

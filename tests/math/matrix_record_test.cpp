@@ -8,6 +8,7 @@
 #include "tests/support/hex_bytes.h"
 #include "tests/support/recorded_host.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/core/reader.h"
@@ -59,10 +60,9 @@ TEST(MatrixRecord, TextComesBackEqual) {
         EXPECT_EQ(ReadText(back, out.str()), 0);
         EXPECT_EQ(All(back), All(m));
     }
-    std::ostringstream out;
-    ZoVector(1.0, -2.5, 1e300).Write(out);
+    const std::string out = WrittenText(ZoVector(1.0, -2.5, 1e300));
     ZoVector back(2);
-    EXPECT_EQ(ReadText(back, out.str()), 0);
+    EXPECT_EQ(ReadText(back, out), 0);
     EXPECT_EQ(back, ZoVector(1.0, -2.5, 1e300));
 }
 

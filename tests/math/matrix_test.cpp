@@ -53,8 +53,7 @@ TEST(Matrix, CopiesAndMovesKeepAllValues) {
     }
     ZoVector large(6);
     large.SetElem(6, 2.5);
-    const ZoVector copy(large);
-    const ZoVector moved(std::move(large));
+    const ZoVector copy(large), moved(std::move(large));
     EXPECT_EQ(moved, copy);
     ZoVector small(1.0, 2.0);
     small = ZoVector(7.0, 8.0, 9.0);
@@ -124,9 +123,7 @@ TEST(Matrix, OperatorsOfVectors) {
     EXPECT_EQ(ZoVector(1.0, 2.0, 3.0, 9.0) % ZoVector(-2.0, 1.0, 5.0, 9.0), ZoVector(7.0, -11.0, 5.0));
     EXPECT_EQ(ZoVector::kXaxis3D % ZoVector::kYaxis3D, ZoVector::kZaxis3D);
     ZoVector v(2.0, 3.0, 6.0);
-    EXPECT_FALSE(v.IsNormalized(5.9));
-    EXPECT_TRUE(v.IsNormalized(6.0));
-    EXPECT_TRUE(v.Normalize().IsNormalized(1e-15));
+    EXPECT_TRUE(!v.IsNormalized(5.9) && v.IsNormalized(6.0) && v.Normalize().IsNormalized(1e-15));
     EXPECT_FALSE(ZoVector(3).Normalize().IsNormalized(10.0));
 }
 

@@ -41,8 +41,7 @@ TEST(PointTransform, FindsTheNormalOfAMappedPlane) {
 }
 
 TEST(PointTransform, AxesOfANormalSwitchAtOneSixtyFourth) {
-    ZoVector x(3);
-    ZoVector y(3);
+    ZoVector x(3), y(3);
     for (const double slope : {0.0, 1.0 / 64.0 - 1e-12, 1.0 / 64.0}) {
         const ZoVector normal(slope, 0.0, std::sqrt(1.0 - slope * slope));
         EXPECT_TRUE(CalcArbitaryAlg(&x, &y, normal));

@@ -1,8 +1,7 @@
 #include "zorv/math/region.h"
 
-#include <sstream>
-
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/core/units.h"
@@ -12,10 +11,8 @@
 namespace {
 
 void ExpectBounds(const ZoRegion& region, double left, double bottom, double right, double top) {
-    EXPECT_EQ(region.Left(), left);
-    EXPECT_EQ(region.Bottom(), bottom);
-    EXPECT_EQ(region.Right(), right);
-    EXPECT_EQ(region.Top(), top);
+    EXPECT_EQ(std::tuple(region.Left(), region.Bottom(), region.Right(), region.Top()),
+              std::tuple(left, bottom, right, top));
 }
 
 /// A square with a notch from above down to (2, 1).
@@ -34,6 +31,7 @@ TEST(Region, SortsItsBoundsAndNamesItsCorners) {
     EXPECT_EQ(region.GetLR(), ZoPoint(0, 5, 2, 0, 0));
     EXPECT_EQ(region.GetCenter(), ZoPoint(0, 3, 4, 0, 0));
     EXPECT_EQ(ZoRegion(0, 0, 2, 7).MaxDimension(), 7);
+    ExpectBounds(region + ZoRegion(1, 2, 3, 5) - ZoRegion(0, 1, 1, 1), 2, 3, 7, 10);
     ZoRegion grown = region;
     grown += 1;
     ExpectBounds(grown, 0, 1, 6, 7);
@@ -45,8 +43,7 @@ TEST(Region, OverlapIsClosed) {
     const ZoRegion region(0, 0, 4, 4);
     EXPECT_TRUE(region.Overlap(ZoRegion(4, 4, 5, 5)));
     EXPECT_TRUE(ZoRegion(4, 4, 5, 5).Overlap(region));
-    EXPECT_FALSE(region.Overlap(ZoRegion(4.001, 0, 5, 5)));
-    EXPECT_TRUE(region.Overlap(ZoPoint(0, 0, 4, 99, 0)));
+    EXPECT_TRUE(!region.Overlap(ZoRegion(4.001, 0, 5, 5)) && region.Overlap(ZoPoint(0, 0, 4, 99, 0)));
     ZoRegion unsorted;
     unsorted.Left() = 3;
     unsorted.Top() = 2;
@@ -71,9 +68,8 @@ TEST(Polygon, RectangleFromRegionAndMeasures) {
     ASSERT_EQ(rectangle.Count(), 4);
     EXPECT_EQ(rectangle.First()->GetId(), 1u);
     EXPECT_EQ(*rectangle.GetPoints().Get(1), ZoPoint(0, 4, 2, 0, 0));
-    EXPECT_EQ(rectangle.Area(false), 12);
-    EXPECT_EQ(rectangle.Length(true), 14);
-    EXPECT_EQ(rectangle.Length(false), 10);
+    EXPECT_EQ(std::tuple(rectangle.Area(false), rectangle.Length(true), rectangle.Length(false)),
+              std::tuple(12, 14, 10));
     EXPECT_EQ(rectangle.Center().x(), 2.5);
 
     ZoPolygon polygon(ZOPolygon3d);
@@ -89,13 +85,10 @@ TEST(Polygon, RectangleFromRegionAndMeasures) {
 
 TEST(Polygon, EvenOddInsideAndBoxOnly) {
     ZoPolygon polygon = Notched();
-    EXPECT_TRUE(polygon.Overlap(ZoPoint(0, 0.5, 2, 0, 0)));
-    EXPECT_TRUE(polygon.Overlap(ZoPoint(0, 3.5, 2, 0, 0)));
-    EXPECT_FALSE(polygon.Overlap(ZoPoint(0, 2, 2, 0, 0)));
-    EXPECT_FALSE(polygon.Overlap(ZoPoint(0, 5, 2, 0, 0)));
+    EXPECT_TRUE(polygon.Overlap(ZoPoint(0, 0.5, 2, 0, 0)) && polygon.Overlap(ZoPoint(0, 3.5, 2, 0, 0)));
+    EXPECT_FALSE(polygon.Overlap(ZoPoint(0, 2, 2, 0, 0)) || polygon.Overlap(ZoPoint(0, 5, 2, 0, 0)));
     polygon.mode = ZOPolygon3d;
-    EXPECT_TRUE(polygon.Overlap(ZoPoint(0, 2, 2, 0, 0)));
-    EXPECT_FALSE(polygon.Overlap(ZoPoint(0, 2, 2, 1, 0)));
+    EXPECT_TRUE(polygon.Overlap(ZoPoint(0, 2, 2, 0, 0)) && !polygon.Overlap(ZoPoint(0, 2, 2, 1, 0)));
     polygon.mode = static_cast<ZOPolygonMode>(7);
     EXPECT_FALSE(polygon.Overlap(ZoPoint(0, 2, 2, 0, 0)));
 }
@@ -104,10 +97,9 @@ TEST(Polygon, TextReadsBackAndTwoPointsAreARectangle) {
     ZoPolygon polygon(ZOPolygon2dId);
     for (unsigned int id : {7u, 9u, 4000000000u})
         polygon.AddPoint(ZoPoint(id, 0.1 * id, 1.0 / id, 0, 0));
-    std::ostringstream text;
-    polygon.Write(text);
+    const std::string text = WrittenText(polygon);
     ZoPolygon back(ZOPolygon2dId);
-    ReadBlock(text.str(), [&back](ZoReaderObject* object) { back.Read(object); });
+    ReadBlock(text, [&back](ZoReaderObject* object) { back.Read(object); });
     ASSERT_EQ(back.Count(), 3);
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(*back.GetPoints().Get(i), *polygon.GetPoints().Get(i));

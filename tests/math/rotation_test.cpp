@@ -36,10 +36,7 @@ TEST(Rotation, QuarterTurnsAreRightHanded) {
 }
 
 TEST(Rotation, AnglesComposeAndComeBack) {
-    ZoMatrix r(3, 3);
-    ZoMatrix rx(3, 3);
-    ZoMatrix ry(3, 3);
-    ZoMatrix rz(3, 3);
+    ZoMatrix r(3, 3), rx(3, 3), ry(3, 3), rz(3, 3);
     double back[3];
     for (double a = -3.0; a < 3.1; a += 0.75) {
         for (double b = -1.5; b < 1.6; b += 0.5) {
@@ -101,8 +98,7 @@ TEST(Rotation, ThreePointsMakeAFrame) {
     EXPECT_EQ(m[1][4], 77.0);
 
     const ZoMatrix before(m);
-    const ZoVector origin(0.3, -0.2, 0.7);
-    const ZoVector first(1.3, 0.4, -0.1);
+    const ZoVector origin(0.3, -0.2, 0.7), first(1.3, 0.4, -0.1);
     const ZoVector bad[][2] = {{origin, first},
                                {first, origin},
                                {first, origin - (first - origin) / 3.0},

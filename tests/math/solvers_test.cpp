@@ -117,8 +117,7 @@ TEST(Cholesky, AgreesWithEliminationForManyUnknowns) {
                 row[i] = uniform(random);
         }
         ZoMatrix m = Augmented(observations);
-        ZoMatrix normal(n, n);
-        ZoMatrix right(n, 1);
+        ZoMatrix normal(n, n), right(n, 1);
         for (int r = 1; r <= n; ++r) {
             std::copy_n(m[r] + 1, n, normal[r] + 1);
             right[r][1] = m[r][n + 1];

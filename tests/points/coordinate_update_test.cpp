@@ -49,8 +49,7 @@ TEST_F(CoordinateUpdate, StepOneReplacesAddsAndHoldsBack) {
     EXPECT_TRUE(helper.GetUpdateList()->IsEmpty());
     EXPECT_EQ(IdsOf(list), (Ids{30, 10, 20, 5, 5}));
     EXPECT_EQ(*list.Find(10U), ZoPoint(0, 13, 4, 0, 0)) << "at the tolerance itself";
-    EXPECT_EQ(list.Find(10U)->GetControlFlags(), 7);
-    EXPECT_EQ(list.Find(20U)->x, 20.0);
+    EXPECT_EQ(std::tuple(list.Find(10U)->GetControlFlags(), list.Find(20U)->x), std::tuple(7, 20.0));
     ASSERT_EQ(IdsOf(*helper.GetUpdateFailedList()), Ids{20});
     EXPECT_EQ(helper.GetUpdateFailedList()->First()->dx, -6.0);
     EXPECT_EQ(events, std::vector<int>{eZoNotifyChanged});
@@ -60,8 +59,7 @@ TEST_F(CoordinateUpdate, StepOneAveragesOnDemand) {
     helper.GetUpdateList()->Add(Point(10, 12, 4, 2));
     EXPECT_EQ(helper.UpdateCooStep1(100, 1), 0);
     EXPECT_EQ(*list.Find(10U), ZoPoint(0, 11, 2, 0, 0));
-    EXPECT_EQ(list.Find(10U)->dy, 1.0);
-    EXPECT_EQ(list.Find(10U)->GetControlFlags(), 0);
+    EXPECT_EQ(std::tuple(list.Find(10U)->dy, list.Find(10U)->GetControlFlags()), std::tuple(1.0, 0));
 }
 
 TEST_F(CoordinateUpdate, StepTwoMergesTheDecisionsAndSorts) {
@@ -76,15 +74,13 @@ TEST_F(CoordinateUpdate, StepTwoMergesTheDecisionsAndSorts) {
     EXPECT_EQ(IdsOf(list), (Ids{10, 20, 30}));
     const ZoPoint expected[] = {ZoPoint(0, 10, 0, 0, 0), ZoPoint(0, 1, 2, 0, 7), ZoPoint(0, 35, 1, 0, 0)};
     for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(*list.Get(i), expected[i]);
-        EXPECT_EQ(list.Get(i)->GetControlFlags(), expected[i].GetControlFlags());
-        EXPECT_EQ(list.Get(i)->dx, 0.0);
+        EXPECT_EQ(std::tuple(*list.Get(i), list.Get(i)->GetControlFlags(), list.Get(i)->dx),
+                  std::tuple(expected[i], expected[i].GetControlFlags(), 0.0));
     }
     EXPECT_TRUE(helper.GetMediumList()->IsEmpty() && helper.GetNewValueList()->IsEmpty());
     EXPECT_EQ(events, (std::vector<int>{eZoNotifyChanged, eZoNotifyChanged})) << "the new order, then the change";
 
-    const ZoCooListUpdateHelper copy(helper);
-    const ZoCooListUpdateHelper moved(std::move(helper));
+    const ZoCooListUpdateHelper copy(helper), moved(std::move(helper));
     EXPECT_EQ(IdsOf(copy.oldValueList), Ids{10});
     EXPECT_EQ(IdsOf(moved.oldValueList), Ids{10});
     EXPECT_EQ(moved.GetListToUpdate(), &list);

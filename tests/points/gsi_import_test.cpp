@@ -25,13 +25,11 @@ TEST(GsiImport, LinesWithCoordinatesGivePoints) {
     ASSERT_EQ(list.ReadGsiFile(file, true, eZoUnitCm), 3);
     ASSERT_EQ(list.Count(), 4);
     const ZoPoint* point = list.Get(1);
-    EXPECT_EQ(point->GetId(), 123U);
-    EXPECT_EQ(point->GetName(), L"123");
+    EXPECT_EQ(std::tuple(point->GetId(), point->GetName()), std::tuple(123U, L"123"));
     EXPECT_EQ(*point, ZoPoint(0, 100, 200, 50, 0));
     EXPECT_EQ(point->GetControlFlags(), 7);
     point = list.Get(2);
-    EXPECT_EQ(point->GetId(), 9U);
-    EXPECT_EQ(point->GetName(), L"FIRST9");
+    EXPECT_EQ(std::tuple(point->GetId(), point->GetName()), std::tuple(9U, L"FIRST9"));
     EXPECT_EQ(*point, ZoPoint(0, 400, 0, -25, 0));
     EXPECT_EQ(point->GetControlFlags(), 5);
     EXPECT_EQ(list.Get(3)->GetControlFlags(), 2);

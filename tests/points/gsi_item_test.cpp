@@ -13,11 +13,8 @@ TEST(GsiItem, TakesTheWordsOfALineOfTheShortForm) {
     const ZoGsiDataItem item(
         "110007+000A0123 21.102+10378200 22.102-00012500 31..00+00005165 81..06+00010000 82..01+00002000 "
         "83..08-00000500 \r\n");
-    EXPECT_EQ(item.dataMask, 127U);
-    EXPECT_EQ(item.pointName, "A0123");
-    EXPECT_EQ(item.pointNumber, 123U);
-    EXPECT_EQ(item.verticalAngle, -12500.0);
-    EXPECT_EQ(item.verticalAngleUnit, eGsiGon);
+    EXPECT_EQ(std::tuple(item.dataMask, item.pointName, item.pointNumber, item.verticalAngle, item.verticalAngleUnit),
+              std::tuple(127U, "A0123", 123U, -12500.0, eGsiGon));
     EXPECT_DOUBLE_EQ(item.GetData(Bit::kSlopeDistance, eZoUnitMm), 5165.0);
     EXPECT_DOUBLE_EQ(item.GetData(Bit::kEasting, eZoUnitM), 1.0);
     EXPECT_DOUBLE_EQ(item.GetData(Bit::kHeight, eZoUnitM), -0.005);
@@ -26,17 +23,14 @@ TEST(GsiItem, TakesTheWordsOfALineOfTheShortForm) {
 
 TEST(GsiItem, TakesSixteenDigitsBehindAStar) {
     const ZoGsiDataItem item("*110001+0000000000000123 81..00+0000000565300123 82..00+00005164123 ");
-    EXPECT_EQ(item.pointNumber, 123U);
-    EXPECT_EQ(item.pointName, "123");
+    EXPECT_EQ(std::tuple(item.pointNumber, item.pointName), std::tuple(123U, "123"));
     EXPECT_DOUBLE_EQ(item.GetData(Bit::kEasting, eZoUnitM), 565300.123);
     EXPECT_EQ(item.dataMask, 17U) << "a word of fewer digits is cut short";
 
     const ZoGsiDataItem full("*110001+STATION-12345678 ");
-    EXPECT_EQ(full.pointName, "STATION-12345678");
-    EXPECT_EQ(full.pointNumber, 12345678U);
+    EXPECT_EQ(std::tuple(full.pointName, full.pointNumber), std::tuple("STATION-12345678", 12345678U));
     const ZoGsiDataItem zeros("110001+00000000 ");
-    EXPECT_EQ(zeros.pointName, "");
-    EXPECT_EQ(zeros.dataMask, 1U);
+    EXPECT_EQ(std::tuple(zeros.pointName, zeros.dataMask), std::tuple("", 1U));
 }
 
 TEST(GsiItem, LengthsScaleByTheUnitDigit) {
@@ -65,8 +59,7 @@ TEST(GsiItem, AnglesScaleByTheUnitDigit) {
 TEST(GsiItem, MessagesAndAnswersOfTheInstrument) {
     const ZoGsiDataItem item("@W427 110001+00000007 81..00+00001000 ");
     EXPECT_TRUE(item.IsErrorMessage());
-    EXPECT_EQ(item.errorCode, 427U);
-    EXPECT_EQ(item.pointNumber, 7U);
+    EXPECT_EQ(std::tuple(item.errorCode, item.pointNumber), std::tuple(427U, 7U));
     EXPECT_EQ(item.MaskData(0xffff), 1024 + 1 + 16);
     ZoGsiDataItem gathered("110001+00000001 ");
     gathered.InterpretGSIMessage("31..00+00002000 ");

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "tests/support/temp_folder.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/core/reader.h"
@@ -51,15 +52,13 @@ TEST(MeasurementLog, ItemsAreStampedAndAppendedAsTheyCome) {
     ZoLogItemList read(log);
     EXPECT_EQ(read.ReadFile(), 1);
     ASSERT_EQ(read.Count(), 6);
-    EXPECT_EQ(read.Get(3)->GetMeasureValue(), 4294967295U);
-    EXPECT_EQ(read.Get(3)->GetMeasureMode(), 2);
+    EXPECT_EQ(std::tuple(read.Get(3)->GetMeasureValue(), read.Get(3)->GetMeasureMode()), std::tuple(4294967295U, 2));
     ASSERT_EQ(read.Get(4)->GetImagePoints().Count(), 200);
     EXPECT_EQ(read.Get(4)->GetImagePoints().Last()->photoId, 204u);
     EXPECT_EQ(read.Get(4)->GetImagePoints().Last()->y, 219.5);
     EXPECT_TRUE(read.Last()->GetImagePoints().IsEmpty());
-    std::ostringstream whole;
-    log.Write(whole);
-    EXPECT_EQ(whole.str(), folder.Read("s.mlg"));
+    const std::string whole = WrittenText(log);
+    EXPECT_EQ(whole, folder.Read("s.mlg"));
 
     log.SetFilename(folder.Name("none/s.mlg"));
     added = log.AddItem(Item(1));

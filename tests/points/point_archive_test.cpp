@@ -1,28 +1,15 @@
 #include "tests/support/archive_item.h"
+#include "tests/support/hex_bytes.h"
 #include <gtest/gtest.h>
 
 #include "zorv/points/point_list.h"
 
 namespace {
 
-/// Record of one point, byte by byte: id 7, name "Aé", flags 4, photo 2, camera 3, control 5, x 1.0, color 0x010203.
+/// Record of one point: id 7, name "Aé", flags 4, photo 2, camera 3, control 5, x 1.0, 11 images, color 0x010203.
 std::string PointBytes() {
-    const auto zeros = [](int n) { return std::string(static_cast<std::size_t>(n), '\0'); };
-    std::string bytes(
-        "\x07\0\0\0"
-        "A\0"
-        "\xE9\0"
-        "\0\0",
-        10);
-    bytes += std::string(
-        "\x04\0\0\0"
-        "\x02\0\0\0"
-        "\x03\0\0\0"
-        "\x05\0",
-        14);
-    bytes += zeros(6) + "\xF0\x3F" + zeros(8 * 8);
-    bytes += zeros(12 + 2) + std::string("\x0B\0", 2);
-    return bytes + std::string("\x03\x02\x01\0", 4);
+    return HexBytes("07000000 4100e9000000 04000000 02000000 03000000 0500 000000000000f03f") +
+           std::string(8 * 8 + 14, '\0') + HexBytes("0b00 03020100");
 }
 
 TEST(PointArchive, RecordsHaveTheirBytes) {
@@ -44,10 +31,8 @@ TEST(PointArchive, RecordsHaveTheirBytes) {
     list.Add(ZoPoint(1, 0, 0, 0, 0));
     EXPECT_EQ(ReadArchiveBytes(bytes, list), 0u);
     ASSERT_EQ(list.Count(), 2);
-    EXPECT_EQ(list.Last()->name, point.name);
-    EXPECT_EQ(list.Last()->x, 1.0);
-    EXPECT_EQ(list.Last()->imoCount, 11);
-    EXPECT_EQ(list.Last()->color, point.color);
+    EXPECT_EQ(std::tuple(list.Last()->name, list.Last()->x, list.Last()->imoCount, list.Last()->color),
+              std::tuple(point.name, 1.0, 11, point.color));
     EXPECT_EQ(list.Last()->spare1, 0u);
 }
 

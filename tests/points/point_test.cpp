@@ -25,9 +25,7 @@ TEST(Point, ScalingLeavesTheDifferences) {
     EXPECT_EQ((a + b).dx, 8.5);
     EXPECT_EQ((a - b).x, 1.0);
     const ZoPoint mean = a % b;
-    EXPECT_EQ(mean.z, 4.0);
-    EXPECT_EQ(mean.dx, 4.25);
-    EXPECT_EQ(mean.id, 1u);
+    EXPECT_EQ(std::tuple(mean.z, mean.dx, mean.id), std::tuple(4.0, 4.25, 1u));
     EXPECT_EQ(ZoPoint(0, 3.0, 4.0, 12.0, 0).Distance(ZoPoint()), 13.0);
     EXPECT_EQ(a.Distance(nullptr), 0.0);
 }

@@ -84,27 +84,16 @@ TEST(PointText, EachColumnHasItsWidthAndTitle) {
 TEST(PointText, LinesAreCutAtAnyMixOfDelimiters) {
     ZoPoint point;
     EXPECT_EQ(ReadLine(point, "\xEF\xBB\xBF 7;;\t\"Point 1, a\",1.5 ;-2e3 left over\r\n", {1, 2, 10, 11}), 4);
-    EXPECT_EQ(point.id, 7u);
-    EXPECT_EQ(point.name, L"Point 1, a");
-    EXPECT_EQ(point.x, 1.5);
-    EXPECT_EQ(point.y, -2000.0);
+    EXPECT_EQ(std::tuple(point.id, point.name, point.x, point.y), std::tuple(7u, L"Point 1, a", 1.5, -2000.0));
     EXPECT_EQ(ReadLine(point, " ; ,\r\n", {1, 2}), 0);
 
     ZoPoint odd;
     EXPECT_EQ(ReadLine(odd, "5.9 +1e2 0x10 1e999 junk \"3\" \"open end", {1, 10, 11, 12, 13, 14, 2}), 7);
-    EXPECT_EQ(odd.id, 5u);
-    EXPECT_EQ(odd.x, 100.0);
-    EXPECT_EQ(odd.y, 16.0);
-    EXPECT_EQ(odd.z, HUGE_VAL);
-    EXPECT_EQ(odd.dx, 0.0);
-    EXPECT_EQ(odd.dy, 3.0);
-    EXPECT_EQ(odd.name, L"open end");
+    EXPECT_EQ(std::tuple(odd.id, odd.x, odd.y, odd.z, odd.dx, odd.dy, odd.name),
+              std::tuple(5u, 100.0, 16.0, HUGE_VAL, 0.0, 3.0, L"open end"));
     EXPECT_EQ(ReadLine(odd, "-1 4294967295 99999999999 70000 1e300", {20, 4, 1, 24, 25}), 5);
-    EXPECT_EQ(odd.color, 0xffffffffU);
-    EXPECT_EQ(odd.flags, 4294967295U);
-    EXPECT_EQ(odd.id, 4294967295U);
-    EXPECT_EQ(odd.imoCount, 70000 - 65536);
-    EXPECT_EQ(odd.vx, HUGE_VALF);
+    EXPECT_EQ(std::tuple(odd.color, odd.flags, odd.id, odd.imoCount, odd.vx),
+              std::tuple(0xffffffffU, 4294967295U, 4294967295U, 70000 - 65536, HUGE_VALF));
 }
 
 TEST(PointText, IdOrNameTakesDigitsForTheNumber) {
@@ -112,12 +101,8 @@ TEST(PointText, IdOrNameTakesDigitsForTheNumber) {
     const char* lines[] = {"Qx12 1.0 2.0", "Qx13 1.0 2.0", "12 1.0 2.0", "0 1.0"};
     for (int i = 0; i < 4; ++i)
         ReadLine(points[i], lines[i], {3, 10, 11});
-    EXPECT_EQ(points[0].name, L"Qx12");
-    EXPECT_EQ(points[1].id, points[0].id + 1);
-    EXPECT_EQ(points[2].id, 12u);
-    EXPECT_EQ(points[2].name, L"");
-    EXPECT_EQ(points[3].id, 0u);
-    EXPECT_EQ(points[3].name, L"0");
+    EXPECT_EQ(std::tuple(points[0].name, points[1].id, points[2].id, points[2].name, points[3].id, points[3].name),
+              std::tuple(L"Qx12", points[0].id + 1, 12u, L"", 0u, L"0"));
 }
 
 /// The points of a block `K { text }`, read with the columns; the number of errors follows.
@@ -131,8 +116,7 @@ struct TaggedRead : LinkHdl {
     }
     TempFolder folder;
     ZoPointList list;
-    int after = 0;
-    int errors = 0;
+    int after = 0, errors = 0;
 };
 
 TEST(PointText, WrittenColumnsReadBack) {
@@ -143,8 +127,7 @@ TEST(PointText, WrittenColumnsReadBack) {
     EXPECT_EQ(fromLine.Read(std::string(written).data(), table), table.Size());
     EXPECT_EQ(Written(fromLine, table), written);
     const TaggedRead block(written + "\n" + written + "}\nAFTER 3", table);
-    EXPECT_EQ(block.errors, 0);
-    EXPECT_EQ(block.after, 3);
+    EXPECT_EQ(std::tuple(block.errors, block.after), std::tuple(0, 3));
     ASSERT_EQ(block.list.Count(), 2);
     EXPECT_EQ(Written(*block.list.Last(), table), written);
 }
@@ -153,9 +136,7 @@ TEST(PointText, TaggedRecordsStopWhereATokenDoesNotFit) {
     const struct {
         const char* text;
         std::initializer_list<int> kinds;
-        int points;
-        int errors;
-        int after;
+        int points, errors, after;
     } rows[] = {
         {"1 2 3 4}\nAFTER 3", {1, 10}, 2, 0, 3},
         {"1 2 3 x}\nAFTER 3", {1, 10}, 1, 1, 0},
@@ -171,9 +152,8 @@ TEST(PointText, TaggedRecordsStopWhereATokenDoesNotFit) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         const TaggedRead block(row.text, Columns(row.kinds));
-        EXPECT_EQ(block.list.Count(), row.points);
-        EXPECT_EQ(block.errors, row.errors);
-        EXPECT_EQ(block.after, row.after);
+        EXPECT_EQ(std::tuple(block.list.Count(), block.errors, block.after),
+                  std::tuple(row.points, row.errors, row.after));
     }
 }
 
@@ -187,11 +167,8 @@ TEST(PointText, FilesGiveTheLinesThatHaveANumber) {
     ZoPointList list(file, Columns({3, 10}));
     EXPECT_EQ(list.ReadFile(file, Columns({1, 10})), 3);
     ASSERT_EQ(list.Count(), 8);  // comment, the long name, 1, 3 and 4, then the last three again
-    EXPECT_EQ(list.Get(1)->name, L"comment");
-    EXPECT_EQ(list.Get(2)->name.size(), longName.size());
-    EXPECT_EQ(list.Get(2)->x, 2.5);
-    EXPECT_EQ(list.Last()->id, 4u);
-    EXPECT_EQ(list.Last()->x, 0.0);
+    EXPECT_EQ(std::tuple(list.Get(1)->name, list.Get(2)->name.size(), list.Get(2)->x, list.Last()->id, list.Last()->x),
+              std::tuple(L"comment", longName.size(), 2.5, 4u, 0.0));
     EXPECT_EQ(list.GetMask()[0], eZoRWId);
     EXPECT_EQ(list.ReadFile(folder.Name("missing.coo"), Columns({5})), 0);
     EXPECT_EQ(list.GetMask().Size(), 2);

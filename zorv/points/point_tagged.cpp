@@ -45,9 +45,6 @@ double TakeNumber(ZoStreamParser& in) {
 
 void ReadValue(ZoPoint& point, const PointColumn& column, ZoStreamParser& in) {
     switch (column.role) {
-        case ColumnRole::kReal:
-            in >> point.*column.real;
-            break;
         case ColumnRole::kSingle:
             point.*column.single = zorv::detail::ToFloat(TakeNumber(in));
             break;
@@ -82,6 +79,7 @@ void ReadValue(ZoPoint& point, const PointColumn& column, ZoStreamParser& in) {
             ValueText(*in.parser);
             in.ParseForToken();
             break;
+        case ColumnRole::kReal:  // by far the most columns: ReadValues takes them itself
         case ColumnRole::kZero:
             break;
     }
@@ -89,7 +87,6 @@ void ReadValue(ZoPoint& point, const PointColumn& column, ZoStreamParser& in) {
 
 void ReadValues(ZoPoint& point, const ColumnPlan& columns, ZoStreamParser& in) {
     for (const PointColumn* column : columns) {
-        // By far the most columns.
         if (column->role == ColumnRole::kReal) {
             in >> point.*column->real;
         } else {
