@@ -1,10 +1,9 @@
 #include "zorv/orientation/bundle_observation.h"
 
-#include <sstream>
-
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/orientation/bundle_observation_list.h"
@@ -34,20 +33,13 @@ std::string Repeated(const std::string& line, int times) {
     return text;
 }
 
-template <class T>
-std::string Written(const T& observations) {
-    std::ostringstream out;
-    observations.Write(out);
-    return out.str();
-}
-
 TEST(BundleObservationList, FilesAreBroughtToTheSlots) {
     const TempFolder folder;
-    EXPECT_EQ(Written(ZoBundleAOBList()), Repeated(kNewLine, 25));
+    EXPECT_EQ(WrittenText(ZoBundleAOBList()), Repeated(kNewLine, 25));
     ZoBundleAOB record = Observation(true, 1001, 4294967295u, -12.3456789);
-    EXPECT_EQ(Written(record) + '\n', kLine);
+    EXPECT_EQ(WrittenText(record) + '\n', kLine);
     record.Init();
-    EXPECT_EQ(Written(record) + '\n', kNewLine);
+    EXPECT_EQ(WrittenText(record) + '\n', kNewLine);
     EXPECT_EQ(record.GetExtra(), 0.0);
     const struct {
         const char* name;
@@ -67,15 +59,15 @@ TEST(BundleObservationList, FilesAreBroughtToTheSlots) {
         ZoBundleAOBList list;
         EXPECT_EQ(list.ReadFile(name.c_str()), 1);
         const int kept = std::min(file.complete, 25);
-        EXPECT_EQ(Written(list), Repeated(kLine, kept) + Repeated(kNewLine, 25 - kept)) << file.name;
+        EXPECT_EQ(WrittenText(list), Repeated(kLine, kept) + Repeated(kNewLine, 25 - kept)) << file.name;
         EXPECT_EQ(list.First()->GetExtra(), 0.0);
         EXPECT_EQ(list.ReadV50(name), 1);
-        EXPECT_EQ(Written(list), Repeated(kLine, file.complete)) << file.name;
+        EXPECT_EQ(WrittenText(list), Repeated(kLine, file.complete)) << file.name;
     }
     ZoBundleAOBList list;
     list.First()->SetType(5);
     EXPECT_EQ(list.ReadFile(folder.Name("missing.aob")), 1);
-    EXPECT_EQ(Written(list), Repeated(kNewLine, 25));
+    EXPECT_EQ(WrittenText(list), Repeated(kNewLine, 25));
 }
 
 TEST(BundleObservationList, AdjustmentTakesActiveRecordsWithBothPoints) {
@@ -111,7 +103,7 @@ TEST(BundleObservationList, ArchiveRecordsHaveTheirBytesAndEndWhereTheyAreCut) {
         ASSERT_EQ(back.Count(), static_cast<int>(cut / record.size()));
         EXPECT_TRUE(back.IsNotifyEnabled());
         if (back.IsEmpty()) continue;
-        EXPECT_EQ(Written(*back.Last()), Written(*list.First()));
+        EXPECT_EQ(WrittenText(*back.Last()), WrittenText(*list.First()));
         EXPECT_EQ(back.Last()->GetExtra(), -2.0);
     }
 }

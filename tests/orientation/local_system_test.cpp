@@ -2,11 +2,11 @@
 
 #include <cmath>
 #include <limits>
-#include <sstream>
 
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/orientation/similarity.h"
@@ -164,9 +164,8 @@ TEST(LocalSystem, TextHoldsThreeDistances) {
     ZoLokalSystemDef def = Definition(eAxisZ, ePlaneYZ, {4294967295u, 2, 12.5});
     def.y = -4500000.125;
     def.scale[3] = {8, 9, 1.0};
-    std::ostringstream out;
-    def.Write(out);
-    EXPECT_EQ(out.str(),
+    const std::string out = WrittenText(def);
+    EXPECT_EQ(out,
               "3 1 2\n"
               "5 3\n"
               "4                     1          -4500000.125                   0.5\n"
@@ -175,7 +174,7 @@ TEST(LocalSystem, TextHoldsThreeDistances) {
               "0 0                     0");
     ZoLokalSystemDef back;
     back.scale[3] = def.scale[3];  // not in the text
-    EXPECT_EQ(ReadBlock(out.str(), [&](ZoReaderObject* object) { EXPECT_EQ(back.Read(object), 1); }), 0);
+    EXPECT_EQ(ReadBlock(out, [&](ZoReaderObject* object) { EXPECT_EQ(back.Read(object), 1); }), 0);
     EXPECT_EQ(ArchiveBytes(back), ArchiveBytes(def));
     EXPECT_GT(ReadBlock("2 5 3 4 word", [&](ZoReaderObject* object) { back.Read(object); }), 0);
     EXPECT_EQ(back.id0, 5u);

@@ -32,8 +32,7 @@ struct Survey {
         source.Add(ZoPoint(id, pair[0], pair[1], 0.0, 0));
         target.Add(ZoPoint(id, pair[2], pair[3], 0.0, 0));
     }
-    ZoPointList source;
-    ZoPointList target;
+    ZoPointList source, target;
 };
 
 bool Fit(ZoCalcTrafo2D& fit, eZoTrafo2DType type, ZoPointList* list) {
@@ -205,8 +204,7 @@ TEST(PlanarResiduals, AreStoredAndSummed) {
 
     first->x = kNaN;  // exceeds nothing and lies within nothing
     first->ClearFlag(0x20);
-    double maxX = 9.0;
-    double maxY = 9.0;
+    double maxX = 9.0, maxY = 9.0;
     int within = 9;
     fit.maxError = 3;
     fit.CalcResiduals(maxX, maxY, within, -0.5, nullptr);

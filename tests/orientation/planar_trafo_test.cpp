@@ -1,11 +1,11 @@
 #include "zorv/orientation/planar_trafo.h"
 
 #include <algorithm>
-#include <sstream>
 
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/math/matrix.h"
@@ -26,12 +26,6 @@ ZoTrafo2d Counting(int type) {
 
 bool operator==(const ZoTrafo2d& a, const ZoTrafo2d& b) {
     return a.type == b.type && std::equal(std::begin(a.coef), std::end(a.coef), b.coef);
-}
-
-std::string Text(const ZoTrafo2d& trafo) {
-    std::ostringstream out;
-    trafo.Write(out);
-    return out.str();
 }
 
 TEST(PlanarTrafo, MapsByItsTypeAsItsMatrixDoes) {
@@ -82,13 +76,13 @@ TEST(PlanarTrafo, HelmertBackwards) {
 TEST(PlanarTrafo, TextForms) {
     ZoTrafo2d trafo;
     trafo.Set(1, -0.1, 1e10 / 3, 4, 5, 6e-5);
-    EXPECT_EQ(Text(trafo),
+    EXPECT_EQ(WrittenText(trafo),
               "    2\n"
               "                        1                     -0.1        3333333333.333333                        4\n"
               "                        5                    6e-05");
     const int old[] = {99, 2, 1, 0, 3, -1};
     for (int type = eTrafo2DNone; type <= eTrafo2DInvHelmert; ++type) {
-        const std::string text = Text(Counting(type)) + " \"name\"";
+        const std::string text = WrittenText(Counting(type)) + " \"name\"";
         for (const bool isOld : {false, true}) {
             ZoTrafo2d back = Counting(-7);
             std::fill_n(back.coef, kCoefsOfType[type], 0.0);

@@ -39,8 +39,7 @@ TEST(SimilarityTransform, CopiesCarryResidualsAndTakeControlCoordinates) {
     const ZoPoint& height = *result.Get(2);
     EXPECT_EQ(height, ZoPoint(2, 107, 8, 13, 0));
     EXPECT_EQ(height.dz, 4) << "the residual is that of the transformed point";
-    EXPECT_EQ(height.GetControlFlags(), kX);
-    EXPECT_EQ(height.GetFlag(), 0x40);
+    EXPECT_EQ(std::tuple(height.GetControlFlags(), height.GetFlag()), std::tuple(kX, 0x40));
     EXPECT_EQ(result.Last()->GetFlag(), 0);
     EXPECT_DOUBLE_EQ(trafo.GetRmsX(), std::sqrt(9.0 / 3)) << "a point without a control point counts";
     EXPECT_EQ(trafo.GetWorstPoint(), &height);
@@ -94,8 +93,7 @@ TEST(SimilarityTransform, PointsBeyondTheLimitAreRejected) {
     EXPECT_EQ(IdsOf(s.accepted), (Ids{1, 3}));
     EXPECT_EQ(s.rejected.First(), second) << "the points themselves move";
     EXPECT_EQ(*first, ZoPoint(1, 100.75, 1, 0, 0));
-    EXPECT_EQ(first->dy, 4);
-    EXPECT_EQ(first->GetControlFlags(), kZ);
+    EXPECT_EQ(std::tuple(first->dy, first->GetControlFlags()), std::tuple(4, kZ));
     EXPECT_EQ(s.accepted.Last()->GetControlFlags(), 0);
     EXPECT_EQ(*second, ZoPoint(2, 103, 1, 0.25, 0)) << "x is a control coordinate";
     EXPECT_EQ(first->GetFlag(), 0x40);
@@ -127,8 +125,7 @@ TEST(SimilarityTransform, InPlaceResidualsAndNormalsTurnWithThePoints) {
     point.SetFlag(0x841);
     EXPECT_TRUE(trafo.InPlaceTransform(&list));
     EXPECT_NEAR(point.Distance(ZoPoint(0, 0, 2, 10, 0)), 0.0, 1e-14);
-    EXPECT_EQ(point.GetControlFlags(), 0);
-    EXPECT_EQ(point.GetFlag(), 1);
+    EXPECT_EQ(std::tuple(point.GetControlFlags(), point.GetFlag()), std::tuple(0, 1));
     EXPECT_NEAR(point.dy, 3.0, 1e-14) << "the map of normals divides by the scale";
     EXPECT_NEAR(point.vy, 0.5, 1e-7);
     EXPECT_FALSE(trafo.InPlaceTransform(nullptr));

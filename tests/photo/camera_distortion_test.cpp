@@ -28,8 +28,7 @@ ZoCamera Instrument() {
 
 void ExpectAdjusted(const ZoCamera& camera, const std::vector<Case>& cases) {
     for (const Case& at : cases) {
-        double x = at.x;
-        double y = at.y;
+        double x = at.x, y = at.y;
         EXPECT_TRUE(camera.Adjust(&x, &y));
         EXPECT_NEAR(x, at.adjustedX, kRounding) << at.x << ' ' << at.y;
         EXPECT_NEAR(y, at.adjustedY, kRounding) << at.x << ' ' << at.y;
@@ -68,18 +67,15 @@ TEST(CameraDistortion, ValuesAtARadius) {
 }
 
 TEST(CameraDistortion, CamerasThatCannotAdjustLeaveThePoint) {
-    double x = 3.0;
-    double y = -2.0;
+    double x = 3.0, y = -2.0;
     ZoCamera pinhole = WideAngle(301);
     pinhole.SetPinholeCamera();
-    EXPECT_FALSE(pinhole.Adjust(&x, &y));
-    EXPECT_TRUE(pinhole.InvAdjust(&x, &y));
+    EXPECT_TRUE(!pinhole.Adjust(&x, &y) && pinhole.InvAdjust(&x, &y));
     for (const std::uint32_t mode : {2u, 9u, 17u, 4000000000u}) {
         pinhole.mode = mode;
         EXPECT_FALSE(pinhole.Adjust(&x, &y)) << mode;
     }
-    EXPECT_FALSE(WideAngle(0).Adjust(&x, &y));
-    EXPECT_FALSE(WideAngle(0).InvAdjust(&x, &y));
+    EXPECT_FALSE(WideAngle(0).Adjust(&x, &y) || WideAngle(0).InvAdjust(&x, &y));
     EXPECT_EQ(x, 3.0);
     EXPECT_EQ(y, -2.0);
 }
@@ -88,8 +84,7 @@ TEST(CameraDistortion, ModesWithoutAPairIterateOnTheRadialCoefficients) {
     constexpr double kConverged = 1e-8;  // mm; the last step is below 1e-7, and each a tenth of the one before
     ZoCamera camera = WideAngle(302);
     camera.mode = 9;
-    double x = 6.0;
-    double y = -4.5;
+    double x = 6.0, y = -4.5;
     EXPECT_TRUE(camera.InvAdjust(&x, &y));
     EXPECT_NEAR(x, 6.1280084786257953, kConverged);
     EXPECT_NEAR(y, -4.5835445773025931, kConverged);
@@ -120,8 +115,7 @@ TEST(CameraDistortion, ListsArePointByPointAndAllocateNothing) {
     for (unsigned int id = 1; id <= 100; ++id)
         list.Add(ZoPoint(id, 0.17 * id, -0.11 * id, 5.0, 0));
     const ZoPointList raw(list);
-    double x = 1.0;
-    double y = 1.0;
+    double x = 1.0, y = 1.0;
     EXPECT_TRUE(camera.InvAdjust(&x, &y));
 
     const std::size_t before = AllocationCount();
@@ -139,10 +133,8 @@ TEST(CameraDistortion, ListsArePointByPointAndAllocateNothing) {
     EXPECT_TRUE(WideAngle(0).Adjust(&list));
     EXPECT_NEAR(list.Last()->x, 17.0, 2e-3);
     ZoPointList none;
-    EXPECT_TRUE(camera.InvAdjust(&none));
-    EXPECT_FALSE(camera.Adjust(static_cast<ZoPointList*>(nullptr)));
-    EXPECT_FALSE(camera.InvAdjust(static_cast<ZoPointList*>(nullptr)));
-    EXPECT_FALSE(camera.Adjust(static_cast<ZoPoint*>(nullptr)));
+    EXPECT_TRUE(camera.InvAdjust(&none) && !camera.Adjust(static_cast<ZoPointList*>(nullptr)));
+    EXPECT_FALSE(camera.InvAdjust(static_cast<ZoPointList*>(nullptr)) || camera.Adjust(static_cast<ZoPoint*>(nullptr)));
 }
 
 }  // namespace

@@ -53,8 +53,7 @@ ZoCamera DigitalCamera(std::uint32_t mode) {
 }
 
 struct ModeRow {
-    std::uint32_t mode;
-    std::uint32_t model;
+    std::uint32_t mode, model;
     std::vector<double> params;
 };
 
@@ -80,11 +79,8 @@ TEST(CameraPair, ModesFeedTheParametersOfTheirModels) {
         camera.CreateLibAutoCam(nullptr, true);
         ASSERT_NE(camera.GetCamPair(), nullptr);
         const ZoCamPair& pair = *camera.GetCamPair();
-        EXPECT_EQ(pair.first.model, model);
-        EXPECT_EQ(pair.first.params, params);
-        EXPECT_EQ(pair.first.id, 5u);
-        EXPECT_EQ(pair.first.flags, 7u);
-        EXPECT_EQ(pair.first.width, 4000u);
+        EXPECT_EQ(std::tuple(pair.first.model, pair.first.params, pair.first.id, pair.first.flags, pair.first.width),
+                  std::tuple(model, params, 5u, 7u, 4000u));
         EXPECT_TRUE(pair.first.hasData);
         EXPECT_EQ(pair.second.params, std::vector<double>({40, 40, 2000, 1500}));
         EXPECT_EQ(pair.second.id, 5u);
@@ -92,8 +88,7 @@ TEST(CameraPair, ModesFeedTheParametersOfTheirModels) {
 
         ZoCamera taken = DigitalCamera(2);
         taken.SetFromLibAuto(&pair.first, nullptr);
-        EXPECT_EQ(taken.mode, mode);
-        EXPECT_EQ(taken.r0, 0.0);
+        EXPECT_EQ(std::tuple(taken.mode, taken.r0), std::tuple(mode, 0.0));
         EXPECT_EQ(taken.GetName(), string2wstring(Camera::GetModelName(model)));
         taken.CreateLibAutoCam(nullptr, false);
         EXPECT_EQ(taken.GetCamPair()->first.params, params);
@@ -166,21 +161,16 @@ TEST(CameraPair, InstrumentCameraCarriesItsSecondConstant) {
     camera.SetTs15(8.0, 0.01, 0.02);
     ASSERT_TRUE(CreateLibraryCameraFromClassic(camera, &photo));
     const Camera made = camera.GetCamPair()->first;
-    EXPECT_EQ(made.model, 25u);
-    EXPECT_EQ(made.params[0], 8.0 * 160);
+    EXPECT_EQ(std::tuple(made.model, made.params[0]), std::tuple(25u, 8.0 * 160));
     EXPECT_EQ(made.params[1], 2000) << "whole pixels";
-    EXPECT_EQ(made.params[12], 20.0 * 160);
-    EXPECT_EQ(made.params[14], 0.02);
+    EXPECT_EQ(std::tuple(made.params[12], made.params[14]), std::tuple(20.0 * 160, 0.02));
 
     ZoCamera taken = DigitalCamera(4);
     taken.CreateLibAutoCam(nullptr, false);
     TakeLibraryCamera(taken, made, &photo);
     EXPECT_TRUE(taken.IsTs15());
-    EXPECT_EQ(taken.GetCamPair(), nullptr);
-    EXPECT_EQ(taken.xh, camera.xh);
-    EXPECT_EQ(taken.yh, camera.yh);
-    EXPECT_EQ(taken.a2, camera.a2);
-    EXPECT_EQ(taken.r0, 9.0);
+    EXPECT_EQ(std::tuple(taken.GetCamPair(), taken.xh, taken.yh, taken.a2, taken.r0),
+              std::tuple(nullptr, camera.xh, camera.yh, camera.a2, 9.0));
     EXPECT_DOUBLE_EQ(taken.cViva, 20.0);
     EXPECT_EQ(taken.xhViva, 0.01);
 }
@@ -194,8 +184,7 @@ TEST(CameraPair, LibraryCameraTakesTheScaleOfThePhoto) {
     TakeLibraryCamera(camera, library, &photo);
     EXPECT_EQ(camera.GetId(), 42u);
     EXPECT_EQ(camera.GetName(), L"classic") << "without flags the name stays";
-    EXPECT_EQ(camera.c, 20.0);
-    EXPECT_EQ(camera.k3, 1 / 160.0);
+    EXPECT_EQ(std::tuple(camera.c, camera.k3), std::tuple(20.0, 1 / 160.0));
     EXPECT_NEAR(camera.xh, -0.1, kMm);
     EXPECT_NEAR(camera.yh, -0.1, kMm);
     // The image point of the ray (0.5, 0.25) without distortion and without the offset of the principal point.
@@ -221,9 +210,7 @@ TEST(CameraPair, UnknownLibraryCamerasLeaveTheModeAndNoPair) {
         Camera unknown;
         unknown.model = number;
         camera.SetFromLibAuto(&unknown, nullptr);
-        EXPECT_EQ(camera.mode, 13u);
-        EXPECT_EQ(camera.c, 0.0);
-        EXPECT_EQ(camera.GetCamPair(), nullptr);
+        EXPECT_EQ(std::tuple(camera.mode, camera.c, camera.GetCamPair()), std::tuple(13u, 0.0, nullptr));
     }
     ZoCamera camera = DigitalCamera(13);
     camera.CreateLibAutoCam(nullptr, false);
@@ -235,8 +222,7 @@ TEST(CameraPair, UnknownLibraryCamerasLeaveTheModeAndNoPair) {
 
 TEST(CameraPair, HostsNameTheModels) {
     EXPECT_EQ(ZoCamera::GetLocalAutoLibName(3), L"");
-    EXPECT_FALSE(ZoCamera::SetLocalAutoLibName(3, nullptr));
-    EXPECT_TRUE(ZoCamera::SetLocalAutoLibName(3, L"Lochkamera"));
+    EXPECT_TRUE(!ZoCamera::SetLocalAutoLibName(3, nullptr) && ZoCamera::SetLocalAutoLibName(3, L"Lochkamera"));
     EXPECT_EQ(ZoCamera::GetLocalAutoLibName(3), L"Lochkamera");
     const Camera library(3, 1, 2, 2);
     ZoCamera camera = DigitalCamera(4);

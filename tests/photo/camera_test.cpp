@@ -13,13 +13,11 @@ ZoCamera Classic() {
 
 TEST(Camera, NewOnesAreEmptyAndClassic) {
     const ZoCamera empty;
-    EXPECT_TRUE(empty.IsOldZorv());
-    EXPECT_FALSE(empty.IsValid());
+    EXPECT_TRUE(empty.IsOldZorv() && !empty.IsValid());
     EXPECT_EQ(empty.rmax, 0.0);
     const ZoCamera classic = Classic();
     EXPECT_TRUE(classic.IsValid());
-    EXPECT_EQ(classic.GetName(), L"Distagon \u00e4");
-    EXPECT_EQ(classic.rmax, 0.0);
+    EXPECT_EQ(std::tuple(classic.GetName(), classic.rmax), std::tuple(L"Distagon \u00e4", 0.0));
     EXPECT_EQ(ZoCamera(1, 0, 0, 0, 0, 0, 0, nullptr).GetName(), L"");
 }
 
@@ -27,9 +25,7 @@ TEST(Camera, InstrumentKeepsItsFormerConstant) {
     ZoCamera camera = Classic();
     camera.SetTs15(20.5, 3.0, -4.0);
     EXPECT_TRUE(camera.IsTs15());
-    EXPECT_EQ(camera.c, 20.5);
-    EXPECT_EQ(camera.cViva, 18.25);
-    EXPECT_EQ(camera.rmax, 8.0);
+    EXPECT_EQ(std::tuple(camera.c, camera.cViva, camera.rmax), std::tuple(20.5, 18.25, 8.0));
     EXPECT_DOUBLE_EQ(camera.GetXhYhRadius(), 5.0 + std::sqrt(0.3125));
     camera.SetPinholeCamera();
     EXPECT_TRUE(camera.IsPinholeCamera());
@@ -49,14 +45,10 @@ TEST(Camera, AssignmentTakesAllButFlagsAndMemory) {
     target.SetFlag(1);
     target.lastInY = 2.0;
     target = source;
-    EXPECT_EQ(target.GetId(), 7u);
-    EXPECT_EQ(target.mode, 14u);
-    EXPECT_EQ(target.sx2, 1.5);
-    EXPECT_EQ(target.rmax, 21.0);
-    EXPECT_EQ(target.libAutoModel, 8);
-    EXPECT_EQ(target.libAutoFlags, 7);
-    EXPECT_EQ(target.GetFlag(), 1);
-    EXPECT_EQ(target.lastInX + target.lastInY + target.lastOutY, 0.0);
+    EXPECT_EQ(std::tuple(target.GetId(), target.mode, target.sx2, target.rmax, target.libAutoModel),
+              std::tuple(7u, 14u, 1.5, 21.0, 8));
+    EXPECT_EQ(std::tuple(target.libAutoFlags, target.GetFlag(), target.lastInX + target.lastInY + target.lastOutY),
+              std::tuple(7, 1, 0.0));
     EXPECT_EQ(ZoCamera(source).GetFlag(), 4) << "a copy has the flags of its source";
     source.Set(source);
     EXPECT_EQ(source.lastInX, 3.0);
@@ -64,8 +56,7 @@ TEST(Camera, AssignmentTakesAllButFlagsAndMemory) {
 
 TEST(Camera, CopiesHaveAPairOfTheirOwn) {
     ZoCamera copy;
-    double x = 2.0;
-    double y = 1.0;
+    double x = 2.0, y = 1.0;
     {
         ZoCamera source;
         source.SetId(7);

@@ -6,6 +6,7 @@
 
 #include "tests/support/archive_item.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/photo/camera.h"
@@ -44,22 +45,19 @@ TEST(CameraText, SimpleRecord) {
     ZoCamera camera;
     camera.lastInX = 1.0;
     EXPECT_EQ(ReadBlock("7 -18.25 0.5 -.25 -1e-4 2 4 \"Distagon \xC3\xA4\"", [&](auto* in) { camera.Read(in); }), 0);
-    EXPECT_EQ(camera.GetId(), 7u);
-    EXPECT_EQ(camera.GetName(), L"Distagon \u00e4");
+    EXPECT_EQ(std::tuple(camera.GetId(), camera.GetName()), std::tuple(7u, L"Distagon \u00e4"));
     EXPECT_EQ(camera.c, 18.25) << "positive";
-    EXPECT_EQ(camera.rmax, 8.4);
-    EXPECT_EQ(camera.lastInX, 0.0);
+    EXPECT_EQ(std::tuple(camera.rmax, camera.lastInX), std::tuple(8.4, 0.0));
     EXPECT_TRUE(camera.IsOldZorv());
 
     camera.xh = 1.0 / 3.0;
     camera.yh = std::numeric_limits<double>::infinity();
-    std::ostringstream stream;
-    camera.Write(stream);
-    EXPECT_EQ(stream.str(),
+    const std::string stream = WrittenText(camera);
+    EXPECT_EQ(stream,
               "    7                    18.25      0.33333333333333331                        0"
               "                  -0.0001                        2                        4 \"Distagon \xC3\xA4\"");
     ZoCamera back;
-    EXPECT_EQ(ReadBlock(stream.str(), [&](auto* in) { back.Read(in); }), 0);
+    EXPECT_EQ(ReadBlock(stream, [&](auto* in) { back.Read(in); }), 0);
     EXPECT_EQ(back.xh, camera.xh);
     EXPECT_EQ(ReadBlock("8 1 2 nan 4", [&](auto* in) { back.Read(in); }), 1);
     EXPECT_EQ(back.GetId(), 8u) << "what stands before an error is taken";
@@ -75,8 +73,7 @@ TEST(CameraText, FullRecordBringsAllBackOnOneLineOrMore) {
         ZoCamera back;
         EXPECT_EQ(ReadBlock(text, [&](auto* in) { back.ReadFullData(in); }), 0);
         EXPECT_EQ(Values(back), Values(camera));
-        EXPECT_EQ(back.mode, 14u);
-        EXPECT_EQ(back.GetId(), 4294967295u);
+        EXPECT_EQ(std::tuple(back.mode, back.GetId()), std::tuple(14u, 4294967295u));
     }
 }
 
@@ -89,8 +86,7 @@ TEST(CameraText, FullRecordInAnyOrder) {
     EXPECT_EQ(camera.xh, 2.0) << "the later of both spellings";
     EXPECT_EQ(camera.yh, 4.0);
     EXPECT_EQ(camera.c, -20.0) << "keeps its sign";
-    EXPECT_EQ(camera.omega, 8.0);
-    EXPECT_EQ(camera.rmax, 8.4);
+    EXPECT_EQ(std::tuple(camera.omega, camera.rmax), std::tuple(8.0, 8.4));
     for (const auto& [text, rmax] : {std::pair("R0 4 RM 0", 8.4), std::pair("RM 5 R0 4", 5.0)}) {
         ZoCamera other;
         ReadBlock(text, [&other](auto* in) { other.ReadFullData(in); });
@@ -136,8 +132,7 @@ TEST(CameraText, ArchiveRecord) {
     std::vector<double> expected = stored;
     expected.back() = 4.0 * 2.1;
     EXPECT_EQ(Values(back), expected) << "the stored reach has no effect";
-    EXPECT_EQ(back.mode, 14u);
-    EXPECT_EQ(back.GetFlag(), 5);
+    EXPECT_EQ(std::tuple(back.mode, back.GetFlag()), std::tuple(14u, 5));
     EXPECT_EQ(back.GetName(), L"a \"b\"");
 }
 

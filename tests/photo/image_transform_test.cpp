@@ -42,10 +42,7 @@ void MakePolynomial(ZoPhoto& photo) {
 
 struct Conversion {
     eConvertBikoMode mode;
-    ZoPoint from;
-    ZoPoint to;
-    ZoPoint flippedFrom;
-    ZoPoint flippedTo;
+    ZoPoint from, to, flippedFrom, flippedTo;
     bool isInside = true;  // with flip
 };
 
@@ -66,8 +63,7 @@ void ExpectConversions(const ZoPhoto& photo, const std::vector<Conversion>& conv
         EXPECT_EQ(ZoBikoTransform(&photo, c.mode, true).Transform(flipped), c.isInside);
         EXPECT_TRUE(flipped.IsSame({c.flippedTo.x, c.flippedTo.y, 0}, kDigits)) << flipped.x() << ' ' << flipped.y();
         if (c.mode >= eObjectToImage) continue;
-        double x = c.from.x;
-        double y = c.from.y;
+        double x = c.from.x, y = c.from.y;
         EXPECT_TRUE(ZoBikoTransform(&photo, c.mode, false).Transform(&x, &y, nullptr)) << "z is not used";
     }
 }
@@ -154,9 +150,7 @@ TEST(ImageTransform, FlippedProjectionsTellWhatFallsOutside) {
     for (const Case& c :
          {Case{1, 1, true}, Case{0.99, 1, false}, Case{1, 0.99, false}, Case{98.99, 48.99, true}, Case{99, 48, false},
           Case{98, 49, false}, Case{-50, 25, false}, Case{double{NAN}, 25, false}}) {
-        double x = c.x;
-        double y = 50 - c.row;
-        double z = 0;
+        double x = c.x, y = 50 - c.row, z = 0;
         EXPECT_EQ(transform.Transform(&x, &y, &z), c.isInside) << c.x << ' ' << c.row;
         EXPECT_TRUE(std::isnan(c.x) || std::fabs(y - c.row) < kDigits) << "written all the same";
     }
@@ -216,8 +210,7 @@ TEST(ImageTransform, PhotosKnowTheirSizes) {
     const ZoPhotoRegionTiles tiles(&photo, 3, 4);
     for (const auto& [x, y, column, row] : {std::array{-3.0, -4.0, 0.0, 0.0}, std::array{0.99, -0.01, 1.0, 1.0},
                                             std::array{3.0, 4.0, 2.0, 3.0}, std::array{-100.0, 1e300, 0.0, 3.0}}) {
-        int foundColumn = -1;
-        int foundRow = -1;
+        int foundColumn = -1, foundRow = -1;
         const ZoPoint place = At(x, y);
         tiles.GetFieldIndex(foundColumn, foundRow, &place);
         EXPECT_EQ(foundColumn, column);

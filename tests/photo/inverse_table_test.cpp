@@ -115,8 +115,7 @@ TEST(InverseTable, AnswersAsThePlainSearchToTheLastBit) {
                 if (k % 8 == 0) camera.Adjust(&x, &y);
             }
             if (std::isnan(x + y)) continue;
-            double plainX = x;
-            double plainY = y;
+            double plainX = x, plainY = y;
             const bool found = plain.Invert(&plainX, &plainY);
             different += camera.InvAdjust(&x, &y) != found || x != plainX || y != plainY;
         }
@@ -129,8 +128,7 @@ TEST(InverseTable, IsSharedByIdAndConstantUntilDeleted) {
     const ZoCamera first = Camera(0, -1.4e-4, 1.1e-7, 9.0, 21.0);
     ZoCamera second = Camera(0, 0.0, 0.0, 0.0, 5.0);
     const auto inverse = [](const ZoCamera& camera) {
-        double x = 10.0;
-        double y = 3.0;
+        double x = 10.0, y = 3.0;
         return camera.InvAdjust(&x, &y) ? x : std::numeric_limits<double>::quiet_NaN();
     };
     const double byFirst = inverse(first);
@@ -151,8 +149,7 @@ TEST(InverseTable, ReachDependsOnTheCamera) {
     } cases[] = {{Camera(0, 0, 0, 0, 0), 30.0}, {Camera(1, 0, 0, 0, 0), 8.0}, {Camera(0, 0, 0, 0, -12.5), 12.5}};
     for (const auto& [camera, reach] : cases) {
         ZoCamera::DeleteInvAdjustTables();
-        double x = reach;
-        double y = 0.0;
+        double x = reach, y = 0.0;
         EXPECT_FALSE(camera.InvAdjust(&x, &y));
         EXPECT_EQ(x, reach);
         EXPECT_FALSE(camera.InvAdjust(&(y = 0.0), &x));
@@ -175,8 +172,7 @@ TEST(InverseTable, NumbersThatAreNoneEndInFalse) {
         return !camera.InvAdjust(&x, &y) && y == 1.0 && (x == given || std::isnan(given));
     };
     ZoCamera camera = Camera(0, 0, 0, 0, 21.0);
-    EXPECT_TRUE(fails(camera, kNaN));
-    EXPECT_TRUE(fails(camera, kInfinity));
+    EXPECT_TRUE(fails(camera, kNaN) && fails(camera, kInfinity));
     for (double ZoCamera::*member : {&ZoCamera::c, &ZoCamera::rmax, &ZoCamera::a1, &ZoCamera::xh, &ZoCamera::r0}) {
         ZoCamera broken = camera;
         broken.*member = kNaN;
@@ -186,8 +182,7 @@ TEST(InverseTable, NumbersThatAreNoneEndInFalse) {
         ZoCamera wide = Camera(0, 1e-4, 1e-7, 9.0, reach);
         EXPECT_TRUE(fails(wide, 1.0)) << reach;
     }
-    double x = 0.0;
-    double y = 0.0;
+    double x = 0.0, y = 0.0;
     ZoCamera tiny = Camera(0, 0, 0, 0, std::numeric_limits<double>::denorm_min());
     ZoCamera::DeleteInvAdjustTables();
     EXPECT_FALSE(tiny.InvAdjust(&x, &y));

@@ -187,11 +187,9 @@ TEST(LibraryCamera, ModelsHaveNamesAndBeginWithoutDistortion) {
     const Camera classic(ZorvLibAuto::eCamModelZorv, 800, 640, 480);
     EXPECT_EQ(classic.params, std::vector<double>({800, 320, 240, 0, 0, 1, 1, 0, 0, 0, 0, 0}));
     const Camera pinhole = Made(Camera::eCamModelPinhole, {1, 2, 3, 4});
-    EXPECT_EQ(pinhole.GetFocalLengthY(), 2);
-    EXPECT_EQ(pinhole.GetPrincipalPointY(), 4);
+    EXPECT_EQ(std::tuple(pinhole.GetFocalLengthY(), pinhole.GetPrincipalPointY()), std::tuple(2, 4));
     const Camera simple = Made(Camera::eCamModelFisheyeRadial, {1, 2, 3, 4, 5});
-    EXPECT_EQ(simple.GetFocalLengthY(), 1);
-    EXPECT_EQ(simple.GetPrincipalPointX(), 2);
+    EXPECT_EQ(std::tuple(simple.GetFocalLengthY(), simple.GetPrincipalPointX()), std::tuple(1, 2));
     EXPECT_EQ(Camera::GetModelParameters(24), "f, x0 y0, xh, yh, a1, a2, a3, a4  R1, R2, R0, ");
     for (const Camera& camera : AllCameras()) {
         EXPECT_EQ(Camera::GetModelNumber(Camera::GetModelName(camera.model)), static_cast<int>(camera.model));

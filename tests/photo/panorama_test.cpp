@@ -2,11 +2,11 @@
 
 #include <cmath>
 #include <numbers>
-#include <sstream>
 
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/core/text_conversion.h"
@@ -44,9 +44,8 @@ TEST(Panorama, PositionsFindTheirTile) {
                           Case{std::nan(""), 50, 0}, Case{50, -std::numeric_limits<double>::infinity(), 0}}) {
         EXPECT_EQ(pano.FindPhotoAndPixelXY(c.x, c.y), c.photo != 0) << c.x << ' ' << c.y;
         if (c.photo == 0) continue;
-        EXPECT_EQ(pano.GetFoundPhotoId(), c.photo);
-        EXPECT_EQ(pano.GetFoundPixelX(), c.pixelX);
-        EXPECT_EQ(pano.GetFoundPixelY(), c.pixelY);
+        EXPECT_EQ(std::tuple(pano.GetFoundPhotoId(), pano.GetFoundPixelX(), pano.GetFoundPixelY()),
+                  std::tuple(c.photo, c.pixelX, c.pixelY));
     }
     pano.SetFrame(-100);
     EXPECT_FALSE(pano.FindPhotoAndPixelXY(150, 20)) << "no way forward";
@@ -66,20 +65,13 @@ TEST(Panorama, TilesHaveTheirPlaces) {
     EXPECT_EQ(y2, 110);
     ZoMatrix m(3, 3);
     EXPECT_TRUE(pano.CalcOffset(1, m, false));
-    EXPECT_EQ(m[1][3], 110);
-    EXPECT_EQ(m[2][3], 60);
+    EXPECT_EQ(std::tuple(m[1][3], m[2][3]), std::tuple(110, 60));
     EXPECT_TRUE(pano.CalcOffset(1, m, true));
     EXPECT_EQ(m[2][3], 50);
-    EXPECT_TRUE(pano.AreSideBySide(1, 5, 2));
-    EXPECT_FALSE(pano.AreSideBySide(1, 3, 2));
-    EXPECT_TRUE(pano.AreSideBySide(4, 4, 1));
-    EXPECT_FALSE(pano.AreSideBySide(4, 4, 0));
-    EXPECT_FALSE(pano.AreSideBySide(1, 7, 9));
-    EXPECT_TRUE(pano.ContainsPhoto(6));
+    EXPECT_TRUE(pano.AreSideBySide(1, 5, 2) && !pano.AreSideBySide(1, 3, 2) && pano.AreSideBySide(4, 4, 1));
+    EXPECT_TRUE(!pano.AreSideBySide(4, 4, 0) && !pano.AreSideBySide(1, 7, 9) && pano.ContainsPhoto(6));
     const ZoPhotoVivaPano empty(1);
-    EXPECT_FALSE(empty.ContainsPhoto(0));
-    EXPECT_FALSE(empty.GetPixelRegion(0, x1, y1, x2, y2));
-    EXPECT_FALSE(empty.CalcOffset(0, m, false));
+    EXPECT_FALSE(empty.ContainsPhoto(0) || empty.GetPixelRegion(0, x1, y1, x2, y2) || empty.CalcOffset(0, m, false));
 }
 
 TEST(Panorama, RecordsReadBack) {
@@ -89,9 +81,8 @@ TEST(Panorama, RecordsReadBack) {
     pano.SetScreenScale(5);
     pano.FindPhotoAndPixelXY(50, 100);
     EXPECT_EQ(ZoPhotoVivaPano(pano).GetFoundPhotoId(), 0u);
-    std::ostringstream text;
-    pano.Write(text);
-    EXPECT_EQ(text.str(), R"(PHOTOID         {    9 "mosaic"}
+    const std::string text = WrittenText(pano);
+    EXPECT_EQ(text, R"(PHOTOID         {    9 "mosaic"}
 COMMENT      "grün '1'"
 SCREENPOS       {                     3                     4}
 SCREENSIZE      5
@@ -107,12 +98,12 @@ PANORAMA
 }
 )");
 
+    ZoVivaPanoList read;
+    EXPECT_EQ(ReadBlock(text, [&](ZoReaderObject* object) { read.AddPhoto(object); }), 0);
     ZoPhotoVivaPano back(0u);
-    EXPECT_EQ(ReadBlock(text.str(), [&](ZoReaderObject* object) { back.Read(object); }), 0);
-    EXPECT_EQ(back.GetId(), 9u);
-    EXPECT_EQ(back.GetComment(), L"gr\u00FCn '1'");
-    EXPECT_EQ(back.GetPhotoIdTable().table.data, pano.GetPhotoIdTable().table.data);
-    EXPECT_EQ(back.GetScreenPos().y, 4);
+    back = *read.First();
+    EXPECT_EQ(std::tuple(back.GetId(), back.GetComment(), back.GetPhotoIdTable().table.data, back.GetScreenPos().y),
+              std::tuple(9u, L"gr\u00FCn '1'", pano.GetPhotoIdTable().table.data, 4));
     EXPECT_TRUE(back.IsActive() && back.IsDigital() && back.HasAOR());
 
     const std::string bytes = ArchiveBytes(pano);
@@ -156,12 +147,9 @@ TEST(Panorama, NamesTellWhatAnImageIs) {
         photo.SetPixelRegion(ZoRegion(0, 0, c.width, 480));
         const ZoVivaPanoInfo info(&photo);
         EXPECT_EQ(info.IsPanoImage(), c.image) << wstring2string(c.name, false);
-        EXPECT_EQ(info.IsStitchedImage(), c.stitched);
-        EXPECT_EQ(info.photoId, c.image ? 7u : 0u);
-        EXPECT_EQ(info.GetSeriesIndex1(), c.series1);
-        EXPECT_EQ(info.GetSeriesIndex2(), c.series2);
-        EXPECT_EQ(info.GetDateKey(), c.date);
-        EXPECT_EQ(info.GetTimeKey(), c.time);
+        EXPECT_EQ(std::tuple(info.IsStitchedImage(), info.photoId, info.GetSeriesIndex1(), info.GetSeriesIndex2()),
+                  std::tuple(c.stitched, c.image ? 7u : 0u, c.series1, c.series2));
+        EXPECT_EQ(std::tuple(info.GetDateKey(), info.GetTimeKey()), std::tuple(c.date, c.time));
     }
     EXPECT_TRUE(ZoVivaPanoInfo(nullptr).IsPanoStart());
 }

@@ -206,8 +206,7 @@ TEST(PhotoGeometry, RaysMeetPlanes) {
         ZoPoint found(9, 7, 7, 7, 0);
         return !photo.CalcSip(&found, plane, from) && photo.GetLastError() == reason && found == ZoPoint(9, 7, 7, 7, 0);
     };
-    EXPECT_TRUE(fails(2, Plane(0, 0, 0, 1), nullptr));
-    EXPECT_TRUE(fails(3, Plane(0, 0, 1, 0), nullptr));
+    EXPECT_TRUE(fails(2, Plane(0, 0, 0, 1), nullptr) && fails(3, Plane(0, 0, 1, 0), nullptr));
     EXPECT_TRUE(fails(2, Plane(1, 2, 1, 5), &image)) << "parallel";
     EXPECT_TRUE(fails(2, Plane(0, 0, 1, INFINITY), &image));
     EXPECT_TRUE(photo.CalcSip(&*std::make_unique<ZoPoint>(), Plane(0, 0, 1, 0), &image));
@@ -246,8 +245,7 @@ TEST(PhotoGeometry, FieldOfViewIsThePyramidOfTheImage) {
     EXPECT_LT(view.GetCorner(0).Distance(ZoPoint(0, 2, 1, 6, 0)), kDigits) << "by the signed constant, -4";
     EXPECT_NEAR(std::fabs(view.GetBasePlane().Dist(0, 0, 0)), 6, kDigits);
     for (int i = 0; i < 4; ++i) {
-        const double x = i == 1 || i == 2 ? -5 : 5;
-        const double y = i < 2 ? 2.5 : -2.5;
+        const double x = i == 1 || i == 2 ? -5 : 5, y = i < 2 ? 2.5 : -2.5;
         for (const int side : {i, (i + 3) % 4})
             EXPECT_NEAR(view.GetSidePlane(side).Dist(x, y, 0), 0, kDigits) << i << ' ' << side;
         EXPECT_TRUE(view.GetFarPoint(i).IsOrigin());
@@ -265,8 +263,7 @@ TEST(PhotoGeometry, FieldOfViewIsThePyramidOfTheImage) {
     photo.Next()->SetRotAOR(photo.rotAOR);
     ZoPhoto::CalcPhotoCooDistances(&photos, &coordinates);
     EXPECT_LT(view.GetFarPoint(0).Distance(ZoPoint(0, -7.5, -3.75, -5, 0)), kDigits) << "at 1.5 times the depth";
-    EXPECT_TRUE(photo.IsViewIntersect(*photo.Next(), false));
-    EXPECT_FALSE(photo.IsViewIntersect(*photos.Last(), false));
+    EXPECT_TRUE(photo.IsViewIntersect(*photo.Next(), false) && !photo.IsViewIntersect(*photos.Last(), false));
     ASSERT_TRUE(view.WriteAsPly(file.c_str()));
     EXPECT_EQ(folder.Read("view.ply"),
               "ply\nformat ascii 1.0\nelement vertex 5\nproperty float x\nproperty float y\nproperty float z\n"
@@ -341,8 +338,7 @@ TEST(PhotoGeometry, PhotosAreComparedByWhereTheyStandAndLook) {
     other.SetPosAOR(3, 4, 22);
     EXPECT_EQ(photo.Distance(other), 13);
     EXPECT_EQ(photo.Distance2(ZoPoint(0, 3, 0, 14, 0)), 25);
-    EXPECT_FALSE(photo.IsSamePointOfView(other, 12.9));
-    EXPECT_TRUE(photo.IsSamePointOfView(other, 13));
+    EXPECT_TRUE(!photo.IsSamePointOfView(other, 12.9) && photo.IsSamePointOfView(other, 13));
     photo.SetTpsSetupId(L"S1,S2");
     EXPECT_TRUE(photo.IsSamePointOfView(other, 13));
     other.SetTpsSetupId(L"S2");

@@ -113,8 +113,7 @@ TEST(PhotoMeasurements, RectificationsAreFoundByPlaceAndState) {
     EXPECT_EQ(first->GetId() * 10 + everywhere->GetId(), 56u);
     first->SetActive(true);
     everywhere->SetActive(false);
-    ZoPoint inside(0, 5, 5, 0, 0);
-    ZoPoint outside(0, 50, 5, 0, 0);
+    ZoPoint inside(0, 5, 5, 0, 0), outside(0, 50, 5, 0, 0);
     EXPECT_EQ(photo.GetElspTrafo(&inside, nullptr, false), first);
     EXPECT_EQ(photo.GetElspTrafo(&inside, first, false), everywhere);
     EXPECT_EQ(photo.GetElspTrafo(&inside, first, true), nullptr);

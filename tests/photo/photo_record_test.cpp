@@ -1,10 +1,10 @@
 #include <limits>
 #include <numeric>
-#include <sstream>
 
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/photo/photo_list.h"
@@ -55,12 +55,6 @@ void MakeFull(ZoPhoto& photo) {
     photo.SetTpsSetupId(L"S1");
 }
 
-std::string Text(const ZoPhoto& photo) {
-    std::ostringstream text;
-    photo.Write(text);
-    return text.str();
-}
-
 int ReadText(const std::string& text, ZoPhoto& photo) {
     return ReadBlock(text, [&](ZoReaderObject* object) { photo.Read(object); });
 }
@@ -74,9 +68,9 @@ TEST(PhotoRecord, TextComesBack) {
     ASSERT_EQ(read.regionOfInterest.Count(), 1);
     EXPECT_EQ(read.regionOfInterest.First()->y + read.regionOfInterest.First()->dy, 3.75);
     ZoPhoto back(0u);
-    EXPECT_EQ(ReadText(Text(read), back), 0) << Text(read);
+    EXPECT_EQ(ReadText(WrittenText(read), back), 0) << WrittenText(read);
     EXPECT_TRUE(ArchiveBytes(back) == ArchiveBytes(photo));
-    EXPECT_EQ(Text(back), Text(read)) << "with the region of interest";
+    EXPECT_EQ(WrittenText(back), WrittenText(read)) << "with the region of interest";
 
     ZoPhoto untouched(5);
     EXPECT_EQ(ReadText("", untouched), 0);
@@ -96,7 +90,7 @@ TEST(PhotoRecord, ValuesThatAreNoNumbersDoNotEndTheReading) {
     photo.SetPosAOR(kNan, 1.0, 2.0);
     photo.FirstElspTrafo()->GetRegion() = ZoPolygon(photo.GetDigiRegion());
     ZoPhoto read(0u);
-    EXPECT_EQ(ReadText(Text(photo), read), 0) << Text(photo);
+    EXPECT_EQ(ReadText(WrittenText(photo), read), 0) << WrittenText(photo);
     EXPECT_EQ(read.GetScreenFlags(), 44U) << "of the last lines";
     EXPECT_EQ(read.GetDigiRegion().Right(), 600.0);
     EXPECT_EQ(read.GetScale() + read.GetDigiRegion().Bottom() + read.preTrafo.coef[0], 0.0);
@@ -112,23 +106,19 @@ TEST(PhotoRecord, OlderKeywordsAreUnderstood) {
               0);
     EXPECT_EQ(photo.GetId(), 4u);
     EXPECT_EQ(photo.GetComment(), L"label") << "an analogue photo's label";
-    EXPECT_EQ(photo.GetName(), L"");
-    EXPECT_EQ(photo.GetReseauData().GetName(), L"plate.res");
+    EXPECT_EQ(std::tuple(photo.GetName(), photo.GetReseauData().GetName()), std::tuple(L"", L"plate.res"));
     EXPECT_TRUE(photo.IsAnalog());
     EXPECT_EQ(photo.GetDigitizerId() * 100 + static_cast<unsigned>(photo.GetDigPictPage() * 10 + photo.GetDigPictRot()),
               950u);
-    EXPECT_EQ(photo.camera.c, 20);
-    EXPECT_EQ(photo.camera.rmax, 21);
-    EXPECT_EQ(photo.preTrafo.GetType(), eTrafo2DHelmert);
-    EXPECT_EQ(photo.mainTrafo.GetType(), eTrafo2DAffin);
+    EXPECT_EQ(std::tuple(photo.camera.c, photo.camera.rmax, photo.preTrafo.GetType(), photo.mainTrafo.GetType()),
+              std::tuple(20, 21, eTrafo2DHelmert, eTrafo2DAffin));
 
     ZoPhoto digital(0u);
     EXPECT_EQ(ReadText("PHOTOID { 4 \"label\" } PRERESEAU { 2 0 0.1 0 0 \"plate.res\" } DIGITAL 1 "
                        "CAMERA { 5 20 1 0 0 0 0 \"old\" } CAMDATA { ID 6 C 30 } DIGIREGION { 0 0 30 40 }",
                        digital),
               0);
-    EXPECT_EQ(digital.GetName(), L"label");
-    EXPECT_EQ(digital.GetReseauData().GetName(), L"plate.res");
+    EXPECT_EQ(std::tuple(digital.GetName(), digital.GetReseauData().GetName()), std::tuple(L"label", L"plate.res"));
     EXPECT_EQ(digital.camera.GetId(), 6u) << "the later spelling wins, field by field";
     EXPECT_EQ(digital.camera.xh, 1);
     EXPECT_NEAR(digital.camera.rmax, 0.55 * 5, 1e-12) << "the reach of the image";
@@ -214,8 +204,7 @@ TEST(PhotoRecord, RescaledPhotosMeasureTheSame) {
     photo.preTrafo.SetFromMatrix(photo.GetReseauTrafoMat(), eTrafo2DHelmert);
     ZoPoint before(0, 300, 100, 0, 0);
     photo.ConvertBiko(&before, eDigiToBiko);
-    EXPECT_FALSE(photo.RescaleTo(0.0));
-    EXPECT_TRUE(photo.RescaleTo(0.5));
+    EXPECT_TRUE(!photo.RescaleTo(0.0) && photo.RescaleTo(0.5));
     ZoPoint after(0, 150, 50, 0, 0);
     photo.ConvertBiko(&after, eDigiToBiko);
     EXPECT_LT(after.Distance(before), 1e-12);

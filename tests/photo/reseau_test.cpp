@@ -20,12 +20,10 @@ std::string MarksText(const ZoReseauFile& reseau) {
 }
 
 TEST(Reseau, DescriptorsHaveThreeKindsOfEquality) {
-    const ZoReseauDataDesc any(L"Metric.res");
-    const ZoReseauDataDesc second(L"METRIC.RES", 2);
+    const ZoReseauDataDesc any(L"Metric.res"), second(L"METRIC.RES", 2);
     EXPECT_TRUE(second == any) << "no number on the right: the name decides";
     EXPECT_FALSE(any == second);
-    EXPECT_TRUE(any.Match(second));
-    EXPECT_FALSE(any.ExactMatch(second));
+    EXPECT_TRUE(any.Match(second) && !any.ExactMatch(second));
 
     ZoReseaufileList list;
     ZoReseauFile reseau;
@@ -122,9 +120,8 @@ TEST(Reseau, DigitalCamerasReadBack) {
     ZoReseauFile empty;
     empty.SetName(L"none");
     empty.SetSubId(9);
-    EXPECT_EQ(empty.GetDescName(), L"none");
-    EXPECT_EQ(empty.GetCCDPixelSize(), 1e-6);
-    EXPECT_EQ(empty.GetReseauWidth(), -20000);
+    EXPECT_EQ(std::tuple(empty.GetDescName(), empty.GetCCDPixelSize(), empty.GetReseauWidth()),
+              std::tuple(L"none", 1e-6, -20000));
 }
 
 TEST(Reseau, MarksAreFoundAndSelected) {
@@ -150,8 +147,7 @@ TEST(Reseau, MarksAreFoundAndSelected) {
     photo.SetPixelRegion(ZoRegion(0, 0, 600, 400.7));
     photo.SetBikoRegion(ZoRegion(-3, -2, 3, 2));
     const ZoReseauFile ofPhoto(&photo);
-    EXPECT_EQ(ofPhoto.GetComment(), L"a.b");
-    EXPECT_EQ(ofPhoto.GetExifPixelHeight(), 400);
+    EXPECT_EQ(std::tuple(ofPhoto.GetComment(), ofPhoto.GetExifPixelHeight()), std::tuple(L"a.b", 400));
     EXPECT_TRUE(ofPhoto.GetPhotoRegion() == photo.GetBikoRegion());
     ZoReseaufileList list;
     list.Add(reseau);

@@ -116,8 +116,7 @@ class StatueDataset : public testing::Test {
     }
 
     void ReadMeasurements(std::istringstream& line, ZoPhoto& photo) {
-        double column = 0;
-        double row = 0;
+        double column = 0, row = 0;
         long id = 0;
         while (line >> column >> row >> id) {
             if (id >= 0) objects.at(static_cast<unsigned int>(id)).measurements.push_back({&photo, column, row});

@@ -1,9 +1,8 @@
 #include "zorv/rectify/definition_lines.h"
 
-#include <sstream>
-
 #include "tests/support/archive_item.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/math/line3d.h"
@@ -34,40 +33,34 @@ class DefinitionLines : public ::testing::Test {
 };
 
 TEST_F(DefinitionLines, LinesAreMadeOnceBetweenPointsThatExist) {
-    EXPECT_EQ(definition.lines.Count(), 4);
-    EXPECT_EQ(definition.lines.Last()->GetId(), 4u);
+    EXPECT_EQ(std::tuple(definition.lines.Count(), definition.lines.Last()->GetId()), std::tuple(4, 4u));
     EXPECT_FALSE(definition.MakeDefLine(1, 1));
     EXPECT_FALSE(definition.MakeDefLine(2, 1)) << "joined already, the other way round";
-    EXPECT_FALSE(definition.MakeDefLine(1, 9));
-    EXPECT_TRUE(definition.HasDefLineWithLastBikos());
+    EXPECT_TRUE(!definition.MakeDefLine(1, 9) && definition.HasDefLineWithLastBikos());
     const ZoElspDefLine* line = definition.MakeDefLine(1, 3);
     ASSERT_TRUE(line);
     EXPECT_EQ(line->GetId(), 5u);
+    points.Add(ZoPoint(5, 9, 9, 0, 0));
+    EXPECT_TRUE(definition.MakeDefLineFromLastTwoBikos() && definition.HasDefLineWithLastBikos());
 
     ZoElspParallelDef loose(nullptr);
     loose.lines = definition.lines;
-    ZoPoint a;
-    ZoPoint b;
-    EXPECT_FALSE(loose.GetLine(a, b, loose.lines.First()));
-    EXPECT_FALSE(loose.MakeDefLine(1, 3));
-    EXPECT_FALSE(loose.MakeDefLineFromLastTwoBikos());
-    EXPECT_FALSE(loose.HasDefLineWithLastBikos());
+    ZoPoint a, b;
+    EXPECT_FALSE(loose.GetLine(a, b, loose.lines.First()) || loose.MakeDefLine(1, 3));
+    EXPECT_FALSE(loose.MakeDefLineFromLastTwoBikos() || loose.HasDefLineWithLastBikos());
     loose.CheckAndRepair();
-    EXPECT_EQ(loose.lines.Count(), 5);
+    EXPECT_EQ(loose.lines.Count(), 6);
 }
 
 TEST_F(DefinitionLines, ConstraintsAreMadeOnceForEachType) {
     ASSERT_TRUE(definition.MakeConstraintDef(1, 2, kParallel));
     EXPECT_FALSE(definition.MakeConstraintDef(2, 1, kParallel));
     EXPECT_TRUE(definition.MakeConstraintDef(2, 1, kPerpendicular)) << "another type";
-    EXPECT_FALSE(definition.MakeConstraintDef(1, 1, kParallel));
-    EXPECT_FALSE(definition.MakeConstraintDef(1, 7, kParallel));
-    EXPECT_TRUE(definition.HasConstraintDef(1, 4, false, kAny));
-    EXPECT_FALSE(definition.HasConstraintDef(1, 4, true, kAny));
+    EXPECT_FALSE(definition.MakeConstraintDef(1, 1, kParallel) || definition.MakeConstraintDef(1, 7, kParallel));
+    EXPECT_TRUE(definition.HasConstraintDef(1, 4, false, kAny) && !definition.HasConstraintDef(1, 4, true, kAny));
     EXPECT_FALSE(definition.HasConstraintDefFromLastTwoLines(kAny));
 
-    ZoPoint a;
-    ZoPoint b;
+    ZoPoint a, b;
     ASSERT_TRUE(definition.GetConstraintLine(a, b, definition.constraints.First()));
     EXPECT_EQ(a, ZoPoint(0, 4, 0, 0, 0));
     EXPECT_EQ(b, ZoPoint(0, 4, 2, 0, 0));
@@ -111,14 +104,13 @@ TEST_F(DefinitionLines, TextReadsBack) {
     definition.lines.First()->xAxis = 1;
     definition.lines.First()->distance = 0.1;
     definition.MakeConstraintDef(1, 2, kParallel);
-    std::ostringstream text;
-    definition.Write(text);
-    EXPECT_TRUE(text.str().starts_with(
-        "DEFLINE         {          1           1           2           1  0.10000000000000001}\n"))
-        << text.str();
+    const std::string text = WrittenText(definition);
+    EXPECT_TRUE(
+        text.starts_with("DEFLINE         {          1           1           2           1  0.10000000000000001}\n"))
+        << text;
 
     ZoElspParallelDef back(&points);
-    EXPECT_EQ(ReadBlock(text.str(), [&](ZoReaderObject* object) { back.Read(object); }), 0);
+    EXPECT_EQ(ReadBlock(text, [&](ZoReaderObject* object) { back.Read(object); }), 0);
     ASSERT_EQ(back.lines.Count(), 4);
     EXPECT_EQ(back.lines.First()->distance, 0.1);
     EXPECT_TRUE(back.HasXAxisDef());

@@ -1,10 +1,9 @@
 #include "zorv/rectify/orthophoto.h"
 
-#include <sstream>
-
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/rectify/rectified_plane.h"
@@ -93,8 +92,7 @@ TEST(Orthophoto, PixelsGoToTheObjectByTheirPart) {
     ZoPoint corners[4];
     EXPECT_TRUE(ortho.GetImageCorners(&corners[0], &corners[1], &corners[2], &corners[3]));
     const ZoOrthoPhoto empty(1);
-    EXPECT_FALSE(empty.GetImageCorners(&corners[0], &corners[1], &corners[2], &corners[3]));
-    EXPECT_FALSE(empty.Transform(&point));
+    EXPECT_FALSE(empty.GetImageCorners(&corners[0], &corners[1], &corners[2], &corners[3]) || empty.Transform(&point));
     EXPECT_EQ(empty.GetPixelSize(), 0);
     ExpectAt(corners[0], 0, 0, 100);
     ExpectAt(corners[1], 100, 0, 100);
@@ -116,9 +114,7 @@ TEST(Orthophoto, PartsComeFromRectifiedPlanes) {
     wall.SetTransMat(
         Matrix(4, {1, 0, 0, 10, 0, 0, -1, 20, 0, 1, 0, 30, 0, 0, 0, 1}));  // (x, y) to (x + 10, 20, y + 30)
     ZoRectPlane plane(&photo, &wall);
-    EXPECT_EQ(plane.GetPhotoId(), 4u);
-    EXPECT_EQ(plane.GetElspId(), 8u);
-    EXPECT_EQ(plane.GetElspPolygon().Count(), 4);
+    EXPECT_EQ(std::tuple(plane.GetPhotoId(), plane.GetElspId(), plane.GetElspPolygon().Count()), std::tuple(4u, 8u, 4));
     EXPECT_TRUE(plane.First() == nullptr && plane.PlaneMatrix().IsIdent());
     EXPECT_EQ(plane.BorderMatrix()[3][3], 0);
     ExpectAt(plane.PixelRect().GetLL(), -1000, -800, 0);
@@ -136,10 +132,8 @@ TEST(Orthophoto, PartsComeFromRectifiedPlanes) {
     plane.PlaneMatrix() = Matrix(3, {2, 0, 4, 0, 2, 6, 0, 0, 1});
     ZoMatrix m = Matrix(3, {0.5, 0, 1, 0, 0.5, 2, 0, 0, 1});
     ZoElspPlaneInfo part(m, &plane);
-    EXPECT_EQ(part.GetPhotoId(), 4u);
-    EXPECT_EQ(part.photoObject.GetName(), L"a.jpg");
-    EXPECT_EQ(part.GetElspId(), 8u);
-    EXPECT_EQ(part.GetRange().Max.x, plane.Max.x);
+    EXPECT_EQ(std::tuple(part.GetPhotoId(), part.photoObject.GetName(), part.GetElspId(), part.GetRange().Max.x),
+              std::tuple(4u, L"a.jpg", 8u, plane.Max.x));
     ZoPoint point(0, 10, 20, 0, 0);
     EXPECT_TRUE(part.Transform(&point));
     ExpectAt(point, 11, 20, 33);
@@ -168,13 +162,11 @@ TEST(Orthophoto, RecordsReadBack) {
     const std::size_t parts = start + numbers.size() + 4 * 112;
     EXPECT_EQ(bytes.substr(parts, 8 + 4 + 2 + 4), HexBytes("0200000000000000 01000000 0000 05000000"));
 
-    std::ostringstream text;
-    ortho.Write(text);
+    const std::string text = WrittenText(ortho);
     ZoOrthoPhoto back(0u);
-    EXPECT_EQ(
-        ReadBlock(text.str() + " PLANEINFO { FUTURE { A { 1 } } TRANSFORMATION { 2 2 1 2 3 4 } PHOTOID { 8 \"x\" } }",
-                  [&](ZoReaderObject* object) { EXPECT_EQ(back.Read(object), 1); }),
-        1)
+    EXPECT_EQ(ReadBlock(text + " PLANEINFO { FUTURE { A { 1 } } TRANSFORMATION { 2 2 1 2 3 4 } PHOTOID { 8 \"x\" } }",
+                        [&](ZoReaderObject* object) { EXPECT_EQ(back.Read(object), 1); }),
+              1)
         << "the unknown block";
     ASSERT_EQ(back.ElspPlaneList().Count(), 3);
     EXPECT_EQ(back.ElspPlaneList().Last()->GetPhotoId(), 8u);

@@ -26,8 +26,7 @@ ZoPointList Grid(double shiftX, double shiftY, double e) {
     const int places[9][2] = {{0, 0}, {2, 0}, {0, 2}, {0, 1}, {1, 0}, {1, 1}, {1, 2}, {2, 1}, {2, 2}};
     unsigned int id = 0;
     for (const auto& [ix, iy] : places) {
-        const double x = 2.0 * ix;
-        const double y = 3.0 * iy;
+        const double x = 2.0 * ix, y = 3.0 * iy;
         list.Add(ZoPoint(++id, x + shiftX, y + shiftY, 0.25 * x - 0.5 * y + 3 + e * pattern[ix] * pattern[iy], 0));
     }
     return list;
@@ -43,8 +42,7 @@ TEST(PlaneFit, ThreePointsGiveThePlaneThroughThem) {
     EXPECT_NEAR(fit.GetPlane().B(), third, 1e-15);
     EXPECT_NEAR(fit.GetPlane().C(), third, 1e-15);
     EXPECT_NEAR(fit.GetPlane().D(), -third, 1e-15);
-    EXPECT_EQ(fit.GetZoPlaneSigma0(), 0);
-    EXPECT_EQ(fit.GetZoPlaneMediumPointDist(), 0);
+    EXPECT_EQ(std::tuple(fit.GetZoPlaneSigma0(), fit.GetZoPlaneMediumPointDist()), std::tuple(0, 0));
     ASSERT_EQ(fit.GetPointsInZoPlane().Count(), 3);
     EXPECT_EQ(*fit.GetPointsInZoPlane().Last(), c);
     EXPECT_FALSE(fit.CalcPlane(&a, nullptr, &c, false));

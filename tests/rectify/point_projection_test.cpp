@@ -19,8 +19,7 @@ TEST(PointProjection, KeepsShapeAndFieldsAtOneHeight) {
     out.Add(ZoPoint(1, 0, 0, 0, 0));
     ASSERT_TRUE(ZoProjectPointListTo2d(&out, list));
     ASSERT_EQ(out.Count(), 5);
-    EXPECT_EQ(out.First()->GetId(), 10u);
-    EXPECT_EQ(out.Last()->GetControlFlags(), 7);
+    EXPECT_EQ(std::tuple(out.First()->GetId(), out.Last()->GetControlFlags()), std::tuple(10u, 7));
     for (const ZoPoint* p = out.First(); p; p = p->NextConst()) {
         EXPECT_NEAR(p->z, out.First()->z, 1e-12);
         EXPECT_NEAR(p->Distance(out.First()), list.Find(p->GetId())->Distance(list.First()), 1e-12);
@@ -31,8 +30,7 @@ TEST(PointProjection, KeepsShapeAndFieldsAtOneHeight) {
     ZoPointList line;
     for (int i = 0; i < 4; ++i)
         line.Add(ZoPoint(1, i, i, i, 0));
-    EXPECT_FALSE(ZoProjectPointListTo2d(&out, line));
-    EXPECT_FALSE(ZoProjectPointListTo2d(nullptr, list));
+    EXPECT_FALSE(ZoProjectPointListTo2d(&out, line) || ZoProjectPointListTo2d(nullptr, list));
     EXPECT_EQ(out.Count(), 5);
 }
 

@@ -1,11 +1,11 @@
 #include "zorv/rectify/rectification.h"
 
 #include <cmath>
-#include <sstream>
 
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/photo/photo.h"
@@ -56,8 +56,7 @@ void ExpectAt(const ZoPoint& point, double x, double y, double z, double toleran
 
 TEST(Rectification, MapsBothWays) {
     ZoElspTrafo wall = Wall();
-    ZoPoint object;
-    ZoPoint biko;
+    ZoPoint object, biko;
     EXPECT_TRUE(wall.Transform(&(biko = ZoPoint(5, 10, 5, 0, 0)), &object));
     EXPECT_EQ(object.GetId(), 5u);
     ExpectAt(object, 20.5, 20, 37);
@@ -105,16 +104,13 @@ TEST(Rectification, CopiesOwnThePointsOfTheirDefinition) {
     EXPECT_EQ(wall.flags, 2u);
     ASSERT_TRUE(wall.GetParallelDef().MakeDefLine(1, 2));
     wall.region.mode = wall.bikoList.mode = wall.ppList.mode = ZOPolygon3d;
-    ZoElspTrafo copy(wall);
-    ZoElspTrafo assigned;
+    ZoElspTrafo copy(wall), assigned;
     assigned = wall;
     for (ZoElspTrafo* each : {&copy, &assigned}) {
-        EXPECT_EQ(each->GetParallelDef().GetPoints(), &each->bikoList.Points);
-        EXPECT_EQ(each->bikoList.mode, ZOPolygon2dId);
-        EXPECT_EQ(each->ppList.mode, ZOPolygon3dId);
+        EXPECT_EQ(std::tuple(each->GetParallelDef().GetPoints(), each->bikoList.mode, each->ppList.mode),
+                  std::tuple(&each->bikoList.Points, ZOPolygon2dId, ZOPolygon3dId));
         EXPECT_EQ(each->region.mode, ZOPolygon3d);
-        ZoPoint a;
-        ZoPoint b;
+        ZoPoint a, b;
         each->bikoList.First()->x = -1;
         ASSERT_TRUE(each->GetParallelDef().GetLine(a, b, each->GetParallelDef().lines.First()));
         EXPECT_EQ(a.x, -1);
@@ -186,11 +182,10 @@ TEST(Rectification, TextReadsBack) {
     for (int i = 0; i < 1000; ++i)  // far more than one line of text holds
         wall.region.AddPoint(ZoPoint(0, std::sin(i), std::cos(i), 0, 0));
     wall.region.Points.Renumber(1, nullptr, 1);
-    std::ostringstream text;
-    wall.Write(text);
+    const std::string text = WrittenText(wall);
     ZoElspTrafo back;
     back.SetActive(true);
-    EXPECT_EQ(ReadBlock(text.str(), [&](ZoReaderObject* object) { EXPECT_EQ(back.Read(object), 1); }), 0);
+    EXPECT_EQ(ReadBlock(text, [&](ZoReaderObject* object) { EXPECT_EQ(back.Read(object), 1); }), 0);
     EXPECT_FALSE(back.IsActive()) << "what a block leaves out is off";
     EXPECT_TRUE(ArchiveBytes(back) == ArchiveBytes(wall));
 }
@@ -205,20 +200,17 @@ TEST(Rectification, PhotosHoldBothForms) {
     EXPECT_EQ(ReadBlock(text, [&](ZoReaderObject* object) { photo.Read(object); }), 1) << "the unknown block";
     ASSERT_EQ(photo.GetElspList()->Count(), 2);
     ZoElspTrafo& old = *photo.FirstElspTrafo();
-    EXPECT_EQ(old.GetName(), L"Wall");
-    EXPECT_EQ(old.flags, 0x4002u);
+    EXPECT_EQ(std::tuple(old.GetName(), old.flags), std::tuple(L"Wall", 0x4002u));
     EXPECT_TRUE(std::equal(old.elspMat[1] + 1, old.elspMat[1] + 10, Wall().elspMat[1] + 1));
     ASSERT_EQ(old.ppList.Count(), 4);
     ExpectAt(*old.ppList.First(), 20.5, 20, 37);
-    EXPECT_EQ(old.ppList.Points.Last()->GetId(), 4u);
-    EXPECT_EQ(old.region.Max.x, 10);
+    EXPECT_EQ(std::tuple(old.ppList.Points.Last()->GetId(), old.region.Max.x), std::tuple(4u, 10));
 
     const ZoElspTrafo& present = *photo.LastElspTrafo();
     EXPECT_EQ(present.GetId(), 8u);
     EXPECT_TRUE(present.IsActive() && !present.IsRegionActive());
     EXPECT_TRUE(present.elspMat.IsIdent()) << "another shape";
-    EXPECT_EQ(present.transMat[1][1], 2);
-    EXPECT_EQ(present.region.First()->GetId(), 1u);
+    EXPECT_EQ(std::tuple(present.transMat[1][1], present.region.First()->GetId()), std::tuple(2, 1u));
 }
 
 TEST(Rectification, ArchiveRecordHasItsPlaces) {

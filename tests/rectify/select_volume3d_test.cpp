@@ -23,13 +23,11 @@ TEST(SelectVolume3d, HoldsWhatIsInsideAllFourPlanes) {
     const ZoPoint3d inside = apex + ZoVector3d(1, -1.999, 2), face = apex + ZoVector3d(-2, 0, 2);
     EXPECT_FALSE(volume.IsInSelectRange(inside));
     volume.StartPyramid();
-    EXPECT_TRUE(volume.IsInSelectRange(inside));
-    EXPECT_TRUE(volume.IsInSelectRange(face));
+    EXPECT_TRUE(volume.IsInSelectRange(inside) && volume.IsInSelectRange(face));
     EXPECT_FALSE(volume.IsInSelectRange(face + ZoVector3d(-0.001, 0, 0)));
     EXPECT_FALSE(volume.IsInSelectRange(apex.x(), apex.y(), apex.z() - 1));
     volume.mode = 2;
-    EXPECT_TRUE(volume.IsRunning());
-    EXPECT_FALSE(volume.IsInSelectRange(inside));
+    EXPECT_TRUE(volume.IsRunning() && !volume.IsInSelectRange(inside));
 }
 
 TEST(Plane3d, GoesThroughThreePointsOrHasNoNormal) {
