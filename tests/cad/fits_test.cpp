@@ -41,6 +41,8 @@ TEST(CadArc, HalfCircleAndItsSizes) {
     EXPECT_NEAR(arc.GetCircleArea(), kPi, kTolerance);
     const ZoPointList reversed = Points({{-1, 0, 0}, {0, 1, 0}, {1, 0, 0}});
     EXPECT_NEAR(ZoCadArc(&reversed).GetNormal()[3], -arc.GetNormal()[3], kTolerance);
+    const ZoPointList upright = Points({{0, 1, 0}, {0, 0, 0}, {2, 0, 0}});
+    ExpectNear(ZoCadArc(&upright).GetCenterWCS(), 1, 0.5, 0);
 }
 
 TEST(CadArc, CentreIsEquidistantInAnyPosition) {
@@ -71,8 +73,7 @@ TEST(CadArc, DegeneratePointsAreTold) {
          {Points({{0, 0, 0}, {1, 1, 1}, {2, 2, 2}}), Points({{1, 2, 3}, {1, 2, 3}, {1, 2, 3}}),
           Points({{nan, 0, 0}, {1, 0, 0}, {0, 1, 0}}), Points({{infinity, 0, 0}, {1, 0, 0}, {0, 1, 0}})}) {
         const ZoCadArc arc(&bad);
-        EXPECT_EQ(arc.GetStatus(), 2);
-        EXPECT_EQ(arc.GetArcLength(), 0);
+        EXPECT_EQ(std::tuple(arc.GetStatus(), arc.GetArcLength()), std::tuple(2, 0));
     }
 }
 
@@ -92,9 +93,8 @@ TEST(LinearRegression, LeastSquaresAndVerticalLines) {
     for (const double y : {3.0, -1.0, 8.0})
         vertical.Add(1e6 + 0.1, y, 0);
     ASSERT_TRUE(vertical.Calc());
-    EXPECT_EQ(vertical.GetLow().y(), -1);
-    EXPECT_EQ(vertical.GetHigh().y(), 8);
-    EXPECT_EQ(vertical.GetHigh().x(), 1e6 + 0.1);
+    EXPECT_EQ(std::tuple(vertical.GetLow().y(), vertical.GetHigh().y(), vertical.GetHigh().x()),
+              std::tuple(-1, 8, 1e6 + 0.1));
     ZoLinearRegression place;
     place.Add(1, 2, 3);
     place.Add(1, 2, 3);
@@ -103,9 +103,7 @@ TEST(LinearRegression, LeastSquaresAndVerticalLines) {
 
 TEST(CadBalancedLine, EndsAndDeviations) {
     ZoCadBalancedLine line;
-    EXPECT_FALSE(line.IsValid());
-    EXPECT_FALSE(line.AddPoint(0, 0, 0));
-    EXPECT_TRUE(line.AddPoint(4, 0, 0));
+    EXPECT_TRUE(!line.IsValid() && !line.AddPoint(0, 0, 0) && line.AddPoint(4, 0, 0));
     ExpectNear(line.GetEnd(), 4, 0, 0);
     // In the plane z = 0 the line through (0,0) (4,0) (2,3) is y = 1.
     EXPECT_TRUE(line.AddPoint(2, 3, 0));
@@ -129,8 +127,7 @@ TEST(CadRectangle, FourthCornerCompletesTheRightAngle) {
     ZoCadRectangle rectangle(&list, 0.01);
     ASSERT_TRUE(rectangle.IsOk());
     ExpectNear(rectangle.GetResult(), 2, 1, 0);
-    EXPECT_EQ(rectangle.GetResult().GetId(), 4u);
-    EXPECT_EQ(rectangle.GetPoints().Count(), 4);
+    EXPECT_EQ(std::tuple(rectangle.GetResult().GetId(), rectangle.GetPoints().Count()), std::tuple(4u, 4));
     EXPECT_NEAR(rectangle.GetArea(), 2, kTolerance);
     EXPECT_NEAR(rectangle.GetSegmentLength(), 6, kTolerance);
     EXPECT_NEAR(rectangle.GetAngle(), kPi / 2, kTolerance);

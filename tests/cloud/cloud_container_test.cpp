@@ -73,8 +73,7 @@ TEST(CloudContainer, BoundsShrinkOnlyWhenMadeAnew) {
     EXPECT_EQ(container.center.GetCount(), 2) << "the empty cloud is no point";
     EXPECT_EQ(container.center.Point().x(), 50.5);
     EXPECT_TRUE(container.Delete(far));
-    EXPECT_EQ(container.box.Xmax(), 100);
-    EXPECT_EQ(container.GetDirty(), 4u);
+    EXPECT_EQ(std::tuple(container.box.Xmax(), container.GetDirty()), std::tuple(100, 4u));
     ZoPointCloud stranger;
     EXPECT_FALSE(container.Delete(&stranger));
     container.UpdateCenterAndBox(nullptr);
@@ -99,9 +98,7 @@ TEST(CloudContainer, CopiesAndMoves) {
     other.UpdateCenterAndBox(nullptr);
     container = other;
     const ZoPointCloudContainer copy(container);
-    EXPECT_EQ(copy.clouds.Count(), 6);
-    EXPECT_EQ(copy.hostValue, 9u);
-    EXPECT_EQ(copy.center.GetCount(), 6);
+    EXPECT_EQ(std::tuple(copy.clouds.Count(), copy.hostValue, copy.center.GetCount()), std::tuple(6, 9u, 6));
 }
 
 TEST(CloudContainer, HearsTheCloudsThatItMade) {
@@ -147,9 +144,8 @@ TEST(CloudContainer, OperationsGoThroughAllOrTheActiveClouds) {
     EXPECT_EQ(container.clouds.Last()->points[0].z(), -1);
 
     EXPECT_EQ(container.Transform(ZoAffinMap3d::Translate(10, 0, 0), false), 2);
-    EXPECT_EQ(container.GetDirty(), 1u);
-    EXPECT_EQ(container.box.GetXSize(), 12);
-    EXPECT_EQ(container.center.GetCount(), 6);
+    EXPECT_EQ(std::tuple(container.GetDirty(), container.box.GetXSize(), container.center.GetCount()),
+              std::tuple(1u, 12, 6));
     EXPECT_EQ(container.Transform(ZoAffinMap3d::Translate(10, 0, 0), true), 3);
     for (ZoPointCloud* cloud = container.First(); cloud; cloud = cloud->Next())
         cloud->SetRebuild(false);

@@ -3,7 +3,7 @@
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
-#include "zorv/cloud/cloud_container.h"
+#include "zorv/cloud/scan_point.h"
 
 namespace {
 
@@ -46,30 +46,6 @@ TEST(CloudExport, LinesAreThoseOfPrintf) {
                           intensity, point.GetRed(), point.GetGreen(), point.GetBlue());
             EXPECT_EQ(Line(point, true, false), expected);
         }
-    }
-}
-
-TEST(CloudExport, WhatIsWrittenReadsBack) {
-    const TempFolder folder;
-    std::FILE* file = std::fopen((folder.path / "a.pts").c_str(), "wb");
-    for (int i = 1; i < 256; ++i) {
-        const ZoScanPoint3d point(4e6 + 0.001 * i, -i, 0.5 * i, i << 24 | (255 - i) << 16 | i);
-        point.WriteAscii(file, i % 2 == 0, false);
-    }
-    std::fclose(file);
-    ZoPointCloudContainer container;
-    ZoPointCloudReadResult result;
-    ASSERT_TRUE(container.ReadPtsFile(folder.Name("a.pts"), result));
-    ASSERT_EQ(container.Size(), 255u);
-    int i = 0;
-    for (const ZoScanPoint3d& point : container.First()->points) {
-        ++i;
-        EXPECT_NEAR(point.x(), 4e6 + 0.001 * i, 1e-9);
-        EXPECT_EQ(point.y(), -i);
-        EXPECT_EQ(point.GetColor(), static_cast<std::uint32_t>((255 - i) << 16 | i));
-        // Both ways truncate.
-        EXPECT_GE(point.GetIntensity(), i - 1);
-        EXPECT_LE(point.GetIntensity(), i);
     }
 }
 

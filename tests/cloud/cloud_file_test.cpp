@@ -89,8 +89,7 @@ TEST(CloudFile, HasTheBytesOfItsRecords) {
         EXPECT_EQ(read.log.lines, std::vector<std::wstring>(plainly ? 1 : 0, L"1 ZoFileBuff: Memory Map Error"));
         ASSERT_EQ(read.result.clouds.size(), 2u);
         const ZoPointCloud& cloud = *read.result.clouds[1];
-        EXPECT_EQ(cloud.GetId(), 2u);
-        EXPECT_EQ(cloud.GetFlag(), 3);
+        EXPECT_EQ(std::tuple(cloud.GetId(), cloud.GetFlag()), std::tuple(2u, 3));
         const ScanDataInfo& info = cloud.scanInfo;
         EXPECT_TRUE(info.firstWord == 0x11 && info.timeStart == 1 && info.timeEnd == -2 && info.timeStart2 == 3);
         EXPECT_TRUE(info.words[1] == 8 && info.blocks[3][0] == 0x10 && info.triple3[0] == 1);
@@ -99,8 +98,7 @@ TEST(CloudFile, HasTheBytesOfItsRecords) {
         const ZoScanPoint3d& point = cloud.points[0];
         EXPECT_TRUE(point.x() == 1 && point.y() == -2 && point.z() == 0.5 && point[3] == 1);
         EXPECT_TRUE(point.extra[0] == 1.5F && point.normal[2] == -1 && point.nbrMeasurements == 7 && point.flags == 1);
-        EXPECT_EQ(point.color, 0x04030201u);
-        EXPECT_EQ(point.falseColor, 0x04030201u);
+        EXPECT_EQ(std::tuple(point.color, point.falseColor), std::tuple(0x04030201u, 0x04030201u));
         EXPECT_EQ(cloud.selectedBox.GetCount(), 1u);
         EXPECT_EQ(read.container.center.GetCount(), 2);
         EXPECT_EQ(read.container.Write(read.folder.Name("b")), 1);
@@ -154,9 +152,8 @@ TEST(CloudFile, CutAnywhereItKeepsTheWholePoints) {
         const std::size_t points = size < kFirstPoint ? 0 : (size - kFirstPoint) / kRecord;
         for (const bool plainly : {false, true}) {
             const ReadBack read(whole.substr(0, size), plainly);
-            EXPECT_EQ(read.container.Size(), points);
-            EXPECT_EQ(read.answer, size >= kFirstPoint);
-            EXPECT_EQ(read.container.GetDirty(), size < 8 ? 5u : 0u);
+            EXPECT_EQ(std::tuple(read.container.Size(), read.answer, read.container.GetDirty()),
+                      std::tuple(points, size >= kFirstPoint, size < 8 ? 5u : 0u));
             EXPECT_EQ(read.result.error, size == 0 ? ZoFileBuffMemoryMap::kFileEmpty : 0);
         }
     }
@@ -175,8 +172,7 @@ TEST(CloudFile, DamageCostsWhatStandsBehindIt) {
         manyWords += junk;
     struct Case {
         const char* name;
-        std::string bytes;
-        std::string points;
+        std::string bytes, points;
         std::size_t lines;
     };
     const Case cases[] = {
@@ -195,9 +191,8 @@ TEST(CloudFile, DamageCostsWhatStandsBehindIt) {
         for (const bool plainly : {false, true}) {
             const ReadBack read(each.bytes, plainly);
             EXPECT_EQ(read.Points(), each.points);
-            EXPECT_EQ(read.answer, !each.points.empty());
-            EXPECT_EQ(read.log.lines.size(), each.lines + (plainly ? 1 : 0));
-            EXPECT_EQ(read.container.GetDirty(), 0u);
+            EXPECT_EQ(std::tuple(read.answer, read.log.lines.size(), read.container.GetDirty()),
+                      std::tuple(!each.points.empty(), each.lines + (plainly ? 1 : 0), 0u));
         }
     }
     const ReadBack read(Head("01000000") + junk + wall);
@@ -211,8 +206,7 @@ TEST(CloudFile, WhatIsNoSuchFileChangesNothing) {
     const TempFolder& folder = read.folder;
     for (const char* head : {"0df0beba 01000000 01000000", "0df0bebb 02000000 01000000"})
         EXPECT_FALSE(read.container.Read(folder.Write("b", HexBytes(head) + WallBytes()), read.result));
-    EXPECT_TRUE(read.log.lines.empty());
-    EXPECT_FALSE(read.container.Read(folder.Name("missing"), read.result));
+    EXPECT_TRUE(read.log.lines.empty() && !read.container.Read(folder.Name("missing"), read.result));
     EXPECT_EQ(read.result.error, ZoFileBuffMemoryMap::kCannotOpen);
     EXPECT_FALSE(read.container.Read(folder.Name(""), read.result)) << "a folder";
     EXPECT_EQ(read.container.Write(folder.Name("no/such/folder")), 0);

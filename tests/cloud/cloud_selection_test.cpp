@@ -61,8 +61,7 @@ TEST(CloudSelection, GrowsUntilItIsLifted) {
     EXPECT_EQ(cloud.selectedBox.Xmax(), 5);
     EXPECT_NEAR(cloud.selectedCenter.Point().x(), 33.0 / 5, 1e-12) << "stays";
     cloud.Deselect();
-    EXPECT_FALSE(cloud.HasSelectedPoints());
-    EXPECT_FALSE(cloud.selectedBox.IsValid());
+    EXPECT_FALSE(cloud.HasSelectedPoints() || cloud.selectedBox.IsValid());
     EXPECT_EQ(cloud.selectedCenter.GetCount(), 5) << "stays";
 }
 

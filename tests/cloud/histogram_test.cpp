@@ -47,18 +47,6 @@ TEST(Histogram, PeaksStandOutByAQuarterOfTheRange) {
     }
 }
 
-TEST(Histogram, PeaksOfWavesAreTheirCrests) {
-    // Crests of sin at a quarter of each of the five periods, the last of which ends in its trough; factor and shift of
-    // the values change nothing.
-    Values values(476), other(476);
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        values[i] = std::sin(2.0 * M_PI * static_cast<double>(i) / 100.0);
-        other[i] = 1e6 + 3.0 * values[i];
-    }
-    EXPECT_EQ(Find(values), (Peaks{25, 125, 225, 325, 425}));
-    EXPECT_EQ(Find(other), Find(values));
-}
-
 TEST(Histogram, CircularValuesGoOnBehindTheirEnd) {
     const auto find = [](const Values& values) {
         Peaks peaks;
@@ -121,8 +109,7 @@ TEST(Histogram, ArraysAreFilledAndCopiedWhole) {
     EXPECT_EQ(copy.data, numbers.data);
     numbers.Fill(8);
     copy = numbers;
-    EXPECT_EQ(copy.data, numbers.data);
-    EXPECT_EQ(copy.width, 1001);
+    EXPECT_EQ(std::tuple(copy.data, copy.width), std::tuple(numbers.data, 1001));
     EXPECT_EQ(copy.At(1000, 332), 8u);
     ValArray2DXY<unsigned char> bytes(1001, 333);
     bytes.Fill(200);

@@ -236,9 +236,7 @@ TEST(LazChunk, CompressorsThatNobodyWritesAreRefused) {
                           const std::vector<las_bytes::Item>& items) {
         return Open(LazHeader(4, format, 0, compressor, chunkSize, items)) != nullptr;
     };
-    EXPECT_TRUE(opens(0, 2, 50000, point10));
-    EXPECT_TRUE(opens(0, 1, 0, point10));
-    EXPECT_TRUE(opens(6, 3, 0xffffffffu, {{10, 30, 3}}));
+    EXPECT_TRUE(opens(0, 2, 50000, point10) && opens(0, 1, 0, point10) && opens(6, 3, 0xffffffffu, {{10, 30, 3}}));
     EXPECT_FALSE(opens(0, 4, 50000, point10)) << "compressor";
     EXPECT_FALSE(opens(0, 2, 0, point10)) << "chunks of no points";
     EXPECT_FALSE(opens(0, 2, 0xffffffffu, point10)) << "chunks of unknown length and no table";

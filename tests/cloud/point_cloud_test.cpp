@@ -33,14 +33,12 @@ TEST(PointCloud, AddedPointsEnterBoxAndCentre) {
     EXPECT_EQ(cloud.points[1].falseColor, 77u);
     ExpectPoint(cloud.center.Point(), 1, 2, 3);
     ExpectPoint(cloud.box.Center(), 1, 2, 3);
-    EXPECT_EQ(cloud.selectedBox.GetCount(), 1u);
-    EXPECT_EQ(cloud.selectedBox.Xmin(), 2);
-    EXPECT_EQ(cloud.selectedCenter.GetCount(), 0);
+    EXPECT_EQ(std::tuple(cloud.selectedBox.GetCount(), cloud.selectedBox.Xmin(), cloud.selectedCenter.GetCount()),
+              std::tuple(1u, 2, 0));
     // One that stands in the vector itself, which has to grow for it.
     cloud.points.shrink_to_fit();
     cloud.AddPoint(cloud.points[1]);
-    EXPECT_EQ(cloud.center.GetCount(), 3);
-    EXPECT_EQ(cloud.points[2].z(), 6);
+    EXPECT_EQ(std::tuple(cloud.center.GetCount(), cloud.points[2].z()), std::tuple(3, 6));
     EXPECT_THROW(cloud.Reserve(~std::size_t{0}), std::bad_alloc);
 }
 
@@ -48,9 +46,7 @@ TEST(PointCloud, RebuildFollowsTheSizeOfTheBox) {
     ZoPointCloud cloud = Diagonal(100);
     cloud.SetRebuild(false);
     cloud.points.emplace_back(102.9, 0, 0, 0);  // 2.9 more, of the largest side 300 less than a hundredth
-    EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(false));
-    EXPECT_FALSE(cloud.GetRebuild());
-    EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(true));
+    EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(false) && !cloud.GetRebuild() && cloud.CalcCenterAndBoundingBox(true));
     EXPECT_TRUE(cloud.GetRebuild());
     ExpectPoint(cloud.center.Point(), 100, 200, 300);
 }
@@ -63,8 +59,7 @@ TEST(PointCloud, BoundsThroughAMap) {
     cloud.points[0].normal[0] = 1;
     cloud.points[1].normal[2] = 1;
     cloud.SetRebuild(false);
-    EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(map, false));
-    EXPECT_FALSE(cloud.GetRebuild());
+    EXPECT_TRUE(cloud.CalcCenterAndBoundingBox(map, false) && !cloud.GetRebuild());
     ExpectPoint(cloud.center.Point(), 8, 1, 6);
 
     ZoBoundingBox3d sumBox;
@@ -94,8 +89,7 @@ TEST(PointCloud, InsertedIntoItselfDoublesThePoints) {
     ZoPointCloud cloud = Diagonal(2);
     cloud.Insert(&cloud);
     ASSERT_EQ(cloud.Size(), 4u);
-    EXPECT_EQ(cloud.points[3].falseColor, 77u);
-    EXPECT_EQ(cloud.center.GetCount(), 4);
+    EXPECT_EQ(std::tuple(cloud.points[3].falseColor, cloud.center.GetCount()), std::tuple(77u, 4));
     ExpectPoint(cloud.center.Point(), 1, 2, 3);
     EXPECT_EQ(cloud.selectedBox.GetCount(), 2u);
     ZoPointCloud other;
@@ -128,8 +122,7 @@ TEST(PointCloud, CopiesHaveEverythingButTheObservers) {
     for (ZoPointCloud copy : {cloud, assigned}) {
         EXPECT_EQ(copy.GetName(), L"Wall");
         EXPECT_FALSE(copy.IsActive());
-        EXPECT_EQ(copy.displayLists, cloud.displayLists);
-        EXPECT_EQ(copy.hostValue, 1u);
+        EXPECT_EQ(std::tuple(copy.displayLists, copy.hostValue), std::tuple(cloud.displayLists, 1u));
         ASSERT_TRUE(copy.UndoDelete());
         EXPECT_EQ(copy.points[1].falseColor, 77u);
         EXPECT_EQ(copy.NotifyObservers(nullptr, nullptr), 0);
@@ -153,8 +146,7 @@ TEST(PointCloud, SortPutsWhatIsNoNumberLast) {
         cloud.points.back().falseColor = static_cast<std::uint32_t>(std::lround(std::fmin(z, 9)));
     }
     cloud.ZSort(true);
-    EXPECT_EQ(cloud.points[0].z(), -1);
-    EXPECT_EQ(cloud.points[2].falseColor, 3u);
+    EXPECT_EQ(std::tuple(cloud.points[0].z(), cloud.points[2].falseColor), std::tuple(-1, 3u));
     EXPECT_TRUE(std::isnan(cloud.points[4].z()));
     cloud.ZSort(false);
     EXPECT_EQ(cloud.points[3].z(), -1);

@@ -8,20 +8,17 @@ namespace {
 
 TEST(ScanPoint, ColourBytesKeepEachOther) {
     ZoScanPoint3d point(1, 2, 3, static_cast<int>(0xfe030201));
-    EXPECT_EQ(point[3], 1.0);
-    EXPECT_EQ(point.GetIntensity(), 0xfe);
+    EXPECT_EQ(std::tuple(point[3], point.GetIntensity()), std::tuple(1.0, 0xfe));
     point.falseColor = 0x55000000;
     point.SetColor(0xff998877);
     point.SetFalseColor(0xff0a0b0c);
-    EXPECT_EQ(point.color, 0xfe998877u);
-    EXPECT_EQ(point.falseColor, 0x550a0b0cu);
+    EXPECT_EQ(std::tuple(point.color, point.falseColor), std::tuple(0xfe998877u, 0x550a0b0cu));
     point.SetGreen(2);
     point.SetIntensity(4);
     point.SetFalseRed(1);
     point.SetFalseBlue(3);
-    EXPECT_EQ(point.color, 0x04990277u);
-    EXPECT_EQ(point.GetColor(), 0x990277u);
-    EXPECT_EQ(point.GetFalseColor(), 0x030b01u);
+    EXPECT_EQ(std::tuple(point.color, point.GetColor(), point.GetFalseColor()),
+              std::tuple(0x04990277u, 0x990277u, 0x030b01u));
     EXPECT_TRUE(point.GetRed() == 0x77 && point.GetBlue() == 0x99 && point.GetFalseGreen() == 0x0b);
 }
 
@@ -50,9 +47,7 @@ TEST(ScanPoint, TakesTheFieldsOfAPoint) {
     EXPECT_TRUE(taken.x() == 1 && taken.y() == 2 && taken.z() == 3 && taken[3] == 1);
     EXPECT_TRUE(taken.extra[0] == 0.1F && taken.extra[1] == 0 && taken.extra[2] == -4);
     EXPECT_TRUE(taken.normal[0] == 0 && taken.normal[1] == 0.5F);
-    EXPECT_EQ(taken.GetNbrMeasurements(), 255);
-    EXPECT_EQ(taken.flags, 5);
-    EXPECT_EQ(taken.color, 0xff112233u);
+    EXPECT_EQ(std::tuple(taken.GetNbrMeasurements(), taken.flags, taken.color), std::tuple(255, 5, 0xff112233u));
 }
 
 TEST(ScanPoint, OnlyTheCopyConstructorDropsTheFalseColour) {

@@ -33,9 +33,7 @@ class GpsPosition : public testing::Test {
 
 TEST(DegMinSec, FloorsTowardMinusInfinity) {
     const DegMinSec half(-0.5);
-    EXPECT_EQ(half.deg, -1);
-    EXPECT_EQ(half.min, 30);
-    EXPECT_EQ(half.GetDMS(), -0.5);
+    EXPECT_EQ(std::tuple(half.deg, half.min, half.GetDMS()), std::tuple(-1, 30, -0.5));
     EXPECT_EQ(DegMinSec(10.5).min, 30);
     EXPECT_NEAR(DegMinSec(16, 20, 30.6).GetDMS(), 16.341833333333333, 1e-14);
     EXPECT_EQ(DegMinSec(std::numeric_limits<double>::quiet_NaN()).deg, 0);
@@ -46,8 +44,7 @@ TEST_F(GpsPosition, ValidityAndComparison) {
     EXPECT_FALSE(position.IsValid());
     position.SetLatitude(48);
     EXPECT_FALSE(position.IsValid()) << "longitude and altitude are 0";
-    EXPECT_TRUE(Position(48, 16, 200).IsValid());
-    EXPECT_FALSE(Position(90.1, 16, 200).IsValid());
+    EXPECT_TRUE(Position(48, 16, 200).IsValid() && !Position(90.1, 16, 200).IsValid());
     EXPECT_FALSE(Position(48, -180.1, 200).IsValid());
     position.Clear();
     position.SetModeXYZ(true);
@@ -55,6 +52,11 @@ TEST_F(GpsPosition, ValidityAndComparison) {
     EXPECT_EQ(Position(48, 16, 200).Compare(Position(49, 1, 1)), -1);
     EXPECT_EQ(Position(48, 16, 200).Compare(Position(47, 1, 1)), 1);
     EXPECT_EQ(Position(48, 16, 200).Compare(ZoGPSPosition()), 0);
+    int degrees[2], minutes[2];
+    double seconds[2];
+    Position(48.5, -0.25, 171.256)
+        .GetAsDMS(&degrees[0], &minutes[0], &seconds[0], &degrees[1], &minutes[1], &seconds[1]);
+    EXPECT_EQ(std::tuple(degrees[0], minutes[0], degrees[1], minutes[1]), std::tuple(48, 30, -1, 45));
     EXPECT_EQ(ZoGPSPosition().GetAsDMS(), " - ");
     EXPECT_EQ(Position(48.5, -0.25, 171.256).GetAsDMS(), "48\xC2\xB0 30' 0.000\"    -1\xC2\xB0 45' 0.000\"   171.26m");
 }
@@ -117,8 +119,7 @@ TEST_F(GpsPosition, FormsAndNames) {
     EXPECT_EQ(point.GetName(), L"GPS");
     ZoGPSPosition::SetDatumMode(eDatumMgrs);
     EXPECT_TRUE(position.GetAsZoPoint(point));
-    EXPECT_EQ(point.GetName(), L"33UXP0206520740353594");
-    EXPECT_EQ(point.GetId(), 5u);
+    EXPECT_EQ(std::tuple(point.GetName(), point.GetId()), std::tuple(L"33UXP0206520740353594", 5u));
     ZoGPSPosition plain = position;
     plain.SetModeXYZ(true);
     EXPECT_EQ(plain.GetAsZoPoint(eDatumUtm), position.GetAsZoPoint(eDatumLatLong));
