@@ -27,11 +27,24 @@ class ClassicDistortion {
     }
 
     void Adjust(double& x, double& y) const {
-        const double dr = RelativeAt(ZoCamera::Calc_r(x - centreX, y - centreY));
-        x -= shiftX;
-        y -= shiftY;
-        x -= dr * x;
-        y -= dr * y;
+        const Line column = ColumnAt(x);
+        const Line row = RowAt(y);
+        const double dr = RelativeAt(column, row);
+        x = column.Adjusted(dr);
+        y = row.Adjusted(dr);
+    }
+
+    /// What Adjust has of x alone or of y alone.
+    struct Line {
+        double fromCentre2;  // square of the distance
+        double shifted;
+
+        double Adjusted(double dr) const { return shifted - dr * shifted; }
+    };
+    Line ColumnAt(double x) const { return {(x - centreX) * (x - centreX), x - shiftX}; }
+    Line RowAt(double y) const { return {(y - centreY) * (y - centreY), y - shiftY}; }
+    double RelativeAt(const Line& column, const Line& row) const {
+        return RelativeAt(std::sqrt(column.fromCentre2 + row.fromCentre2));
     }
 
   private:

@@ -50,12 +50,6 @@ bool IsSome(Interval interval) {
     return interval.low < interval.high;
 }
 
-/// Where the value lies between the ends of the interval, from 0 to 1 inside.
-template <class Interval>
-double PlaceIn(const Interval& interval, double value) {
-    return (value - interval.low) / (interval.high - interval.low);
-}
-
 // The core of a cell is told by the strips around it, in 1/128 of the cell: with seven bits a byte, four comparisons
 // make one subtraction.
 constexpr int kCoreParts = 128;
@@ -110,26 +104,28 @@ ZoInvAdjustTable::ZoInvAdjustTable(const ZoCamera& camera, double reach)
     gridToImage = scale * shift;
     origin = gridToImage[1][3];
     if (reach == 0.0) return;
-    FillNodes();
+    for (int line = 0; line < kNodes; ++line) {
+        // The same as gridToImage.PTrans2D, whose other elements are 0 and 1.
+        const double at = step * line + origin;
+        columns.push_back(distortion.ColumnAt(at));
+        rows.push_back(distortion.RowAt(at));
+    }
     FillCores();
     FillSquares();
 }
 
-/// What the grid holds.
-inline ZoInvAdjustTable::Node ZoInvAdjustTable::NodeAt(int i, int j) const {
-    // The same as gridToImage.PTrans2D, whose other elements are 0 and 1.
-    Node node{step * i + origin, step * j + origin};
-    distortion.Adjust(node.x, node.y);
-    return node;
+inline ZoInvAdjustTable::Extents ZoInvAdjustTable::ExtentsOf(Cell cell) const {
+    const Line* const column = &columns[static_cast<std::size_t>(cell.i)];
+    const Line* const row = &rows[static_cast<std::size_t>(cell.j)];
+    const double dr = distortion.RelativeAt(*column, *row);
+    return {{column[-1].Adjusted(distortion.RelativeAt(column[-1], *row)), column->Adjusted(dr)},
+            {row[-1].Adjusted(distortion.RelativeAt(*column, row[-1])), row->Adjusted(dr)}};
 }
 
-void ZoInvAdjustTable::FillNodes() {
-    nodes = std::make_unique_for_overwrite<Node[]>(static_cast<std::size_t>(kNodes) * kNodes);
-#pragma omp parallel for schedule(static) num_threads(Processors())
-    for (int i = 0; i < kNodes; ++i) {
-        for (int j = 0; j < kNodes; ++j)
-            nodes[Index({i, j})] = NodeAt(i, j);
-    }
+inline ZoInvAdjustTable::Place ZoInvAdjustTable::PlaceIn(Cell cell, double x, double y) const {
+    const Extents extents = ExtentsOf(cell);
+    return {(x - extents.x.low) / (extents.x.high - extents.x.low),
+            (y - extents.y.low) / (extents.y.high - extents.y.low)};
 }
 
 void ZoInvAdjustTable::FillCores() {
@@ -146,8 +142,7 @@ void ZoInvAdjustTable::FillCores() {
 template <bool settledX, bool settledY>
 void ZoInvAdjustTable::Follow(Bounds bounds, Interval x, Interval y) {
     const Cell middle = bounds.Middle();
-    const Interval extentX = ExtentX(middle);
-    const Interval extentY = ExtentY(middle);
+    const auto [extentX, extentY] = ExtentsOf(middle);
     const Interval withinX = Part<0>(x, extentX);
     const Interval withinY = Part<0>(y, extentY);
     if (IsSome(withinX) && IsSome(withinY)) {
@@ -198,8 +193,9 @@ void ZoInvAdjustTable::FillSquares() {
             const double y = row / coarseScale - halfSide;
             const Bounds bounds = BoundsOfSquare(column, row);
             const Cell cell = Walk(Bisect(bounds, x, y), x, y);
-            squares[SquareIndex(column, row)] = {static_cast<float>(cell.i - 1 + PlaceIn(ExtentX(cell), x)),
-                                                 static_cast<float>(cell.j - 1 + PlaceIn(ExtentY(cell), y)), bounds};
+            const Place place = PlaceIn(cell, x, y);
+            squares[SquareIndex(column, row)] = {static_cast<float>(cell.i - 1 + place.x),
+                                                 static_cast<float>(cell.j - 1 + place.y), bounds};
         }
     }
 }
@@ -214,9 +210,10 @@ ZoInvAdjustTable::Bounds ZoInvAdjustTable::BoundsOfSquare(int column, int row) c
     Bounds bounds;
     for (;;) {
         const Cell middle = bounds.Middle();
-        const int sideX = SideOf(x.low, ExtentX(middle));
-        const int sideY = SideOf(y.low, ExtentY(middle));
-        if (sideX != SideOf(x.high, ExtentX(middle)) || sideY != SideOf(y.high, ExtentY(middle))) return bounds;
+        const Extents extents = ExtentsOf(middle);
+        const int sideX = SideOf(x.low, extents.x);
+        const int sideY = SideOf(y.low, extents.y);
+        if (sideX != SideOf(x.high, extents.x) || sideY != SideOf(y.high, extents.y)) return bounds;
         Bounds narrower = bounds;
         narrower.Narrow(middle, sideX, sideY);
         if (!narrower.AreOpen() || (sideX == 0 && sideY == 0)) return bounds;
@@ -234,8 +231,9 @@ inline void ZoInvAdjustTable::Bounds::Narrow(Cell middle, int sideX, int sideY) 
 ZoInvAdjustTable::Cell ZoInvAdjustTable::Bisect(Bounds bounds, double x, double y) const {
     for (;;) {
         const Cell middle = bounds.Middle();
-        const int sideX = SideOf(x, ExtentX(middle));
-        const int sideY = SideOf(y, ExtentY(middle));
+        const Extents extents = ExtentsOf(middle);
+        const int sideX = SideOf(x, extents.x);
+        const int sideY = SideOf(y, extents.y);
         bounds.Narrow(middle, sideX, sideY);
         if (!bounds.AreOpen() || (sideX == 0 && sideY == 0)) return middle;
     }
@@ -244,10 +242,13 @@ ZoInvAdjustTable::Cell ZoInvAdjustTable::Bisect(Bounds bounds, double x, double 
 ZoInvAdjustTable::Cell ZoInvAdjustTable::Walk(Cell cell, double x, double y) const {
     constexpr int kSteps = 60;
     for (int taken = 0; taken < kSteps; ++taken) {
-        const int sideX = SideOf(x, ExtentX(cell));
-        if (sideX == 0 && SideOf(y, ExtentY(cell)) == 0) break;
+        const Extents extents = ExtentsOf(cell);
+        const int sideX = SideOf(x, extents.x);
+        int sideY = SideOf(y, extents.y);
+        if (sideX == 0 && sideY == 0) break;
         cell.i = std::clamp(cell.i + sideX, 1, kLastCell);
-        cell.j = std::clamp(cell.j + SideOf(y, ExtentY(cell)), 1, kLastCell);
+        if (sideX != 0) sideY = SideOf(y, ExtentsOf(cell).y);
+        cell.j = std::clamp(cell.j + sideY, 1, kLastCell);
     }
     return cell;
 }
@@ -264,10 +265,10 @@ inline ZoInvAdjustTable::Cell ZoInvAdjustTable::Guess(const Square* square, floa
     return {static_cast<int>(i) + 1, static_cast<int>(j) + 1};
 }
 
-inline bool ZoInvAdjustTable::IsCore(Cell cell, double inX, double inY) const {
-    if (!(inX > 0.0 && inX < 1.0 && inY > 0.0 && inY < 1.0)) return false;
-    const auto partX = static_cast<std::uint32_t>(inX * kCoreParts);
-    const auto partY = static_cast<std::uint32_t>(inY * kCoreParts);
+inline bool ZoInvAdjustTable::IsCore(Cell cell, Place place) const {
+    if (!(place.x > 0.0 && place.x < 1.0 && place.y > 0.0 && place.y < 1.0)) return false;
+    const auto partX = static_cast<std::uint32_t>(place.x * kCoreParts);
+    const auto partY = static_cast<std::uint32_t>(place.y * kCoreParts);
     const std::uint32_t room = FourBytes(partX, kCoreParts - 1 - partX, partY, kCoreParts - 1 - partY);
     // A high bit stays where no borrow comes from below, that is, where the room is enough.
     return (((room | kHighBits) - cores[Index(cell)]) & kHighBits) == kHighBits;
@@ -282,15 +283,13 @@ bool ZoInvAdjustTable::Invert(double* x, double* y) const {
     const Square* square = &squares[SquareIndex(column, row)];
 
     Cell cell = Guess(square, static_cast<float>(u - column), static_cast<float>(v - row));
-    double inX = PlaceIn(ExtentX(cell), *x);
-    double inY = PlaceIn(ExtentY(cell), *y);
-    if (!IsCore(cell, inX, inY)) {
+    Place place = PlaceIn(cell, *x, *y);
+    if (!IsCore(cell, place)) {
         cell = Walk(Bisect(square->bounds, *x, *y), *x, *y);
-        inX = PlaceIn(ExtentX(cell), *x);
-        inY = PlaceIn(ExtentY(cell), *y);
-        if (!std::isfinite(inX) || !std::isfinite(inY)) return false;
+        place = PlaceIn(cell, *x, *y);
+        if (!std::isfinite(place.x) || !std::isfinite(place.y)) return false;
     }
-    *x = step * (cell.i - 1 + inX) + origin;
-    *y = step * (cell.j - 1 + inY) + origin;
+    *x = step * (cell.i - 1 + place.x) + origin;
+    *y = step * (cell.j - 1 + place.y) + origin;
     return true;
 }

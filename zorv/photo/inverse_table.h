@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "zorv/core/large_block_allocator.h"
 #include "zorv/math/matrix.h"
 #include "zorv/photo/classic_distortion.h"
 
@@ -15,6 +16,9 @@
 /// The search bisects both axes at once and then walks from cell to cell. It takes the adjusted coordinates to grow
 /// along the grid; where they do not, it ends all the same, with some cell. Most points need no search: a coarse map
 /// guesses their cell, and the core of the cell, all of whose points the search would lead there, proves the guess.
+///
+/// The adjusted coordinates themselves are not kept: to work out those of a cell again takes half the time in which
+/// memory finds them.
 class ZoInvAdjustTable {
   public:
     static constexpr int kNodes = 781;  ///< to a side
@@ -40,10 +44,7 @@ class ZoInvAdjustTable {
     static constexpr int kLastCell = kNodes - 1;  // cells are named by their upper nodes, from 1
     static constexpr int kCoarse = 64;            // squares to a side
 
-    struct Node {
-        double x;
-        double y;
-    };
+    using Line = zorv::detail::ClassicDistortion::Line;
     struct Cell {
         int i;
         int j;
@@ -64,6 +65,15 @@ class ZoInvAdjustTable {
         double low;
         double high;
     };
+    struct Extents {
+        Interval x;
+        Interval y;
+    };
+    /// Of a point between the ends of a cell, from 0 to 1 inside.
+    struct Place {
+        double x;
+        double y;
+    };
     /// The part of a cell whose points the bisection leads there: from below and above in x, then in y, the strips to
     /// leave out, a byte each.
     using Core = std::uint32_t;
@@ -75,7 +85,6 @@ class ZoInvAdjustTable {
         Bounds bounds;  // where the bisection stands when it has decided all that it decides alike for them
     };
 
-    void FillNodes();
     void FillCores();
     template <bool settledX, bool settledY>
     void Follow(Bounds bounds, Interval x, Interval y);
@@ -90,19 +99,19 @@ class ZoInvAdjustTable {
     static std::size_t SquareIndex(int column, int row) {
         return static_cast<std::size_t>(column) * (kCoarse + 1) + static_cast<std::size_t>(row);
     }
-    Node NodeAt(int i, int j) const;
-    Interval ExtentX(Cell cell) const { return {nodes[Index(cell) - kNodes].x, nodes[Index(cell)].x}; }
-    Interval ExtentY(Cell cell) const { return {nodes[Index(cell) - 1].y, nodes[Index(cell)].y}; }
+    Extents ExtentsOf(Cell cell) const;
+    Place PlaceIn(Cell cell, double x, double y) const;
     Cell Bisect(Bounds bounds, double x, double y) const;
     Cell Walk(Cell cell, double x, double y) const;
     Cell Guess(const Square* square, float inColumn, float inRow) const;
-    bool IsCore(Cell cell, double inX, double inY) const;
+    bool IsCore(Cell cell, Place place) const;
 
     zorv::detail::ClassicDistortion distortion;
-    double step = 0.0;         // of the grid in mm
-    double origin = 0.0;       // of the grid in mm, in x and y
-    double coarseScale = 0.0;  // squares per mm
-    std::unique_ptr<Node[]> nodes;
-    std::vector<Core> cores;
+    double step = 0.0;          // of the grid in mm
+    double origin = 0.0;        // of the grid in mm, in x and y
+    double coarseScale = 0.0;   // squares per mm
+    std::vector<Line> columns;  // of the grid
+    std::vector<Line> rows;
+    std::vector<Core, zorv::detail::LargeBlockAllocator<Core>> cores;
     std::unique_ptr<Square[]> squares;  // with one more to a side for the corners
 };
