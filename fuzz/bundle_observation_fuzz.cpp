@@ -5,16 +5,12 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 
-#include "tests/support/archive_item.h"
-#include <unistd.h>
+#include "input_file.h"
+#include "record_checks.h"
 
-#include "zorv/core/text_conversion.h"
 #include "zorv/orientation/bundle_observation_list.h"
 #include "zorv/points/point_list.h"
 
@@ -22,24 +18,6 @@ namespace {
 
 constexpr std::size_t kShortestText = sizeof "0 0 0 0 0 0" - 1;
 constexpr std::size_t kArchiveRecord = 38;
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-struct InputFile {
-    InputFile() : path(std::filesystem::temp_directory_path() / ("zorv-aob-" + std::to_string(::getpid()))) {}
-    ~InputFile() { std::filesystem::remove(path); }
-    void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
-    std::wstring Name() const { return string2wstring(path.native()); }
-    std::filesystem::path path;
-};
-
-std::string Lines(const ZoBundleAOBList& list) {
-    std::ostringstream out;
-    list.Write(out);
-    return out.str();
-}
 
 /// Numbers without a text form end the reading; all others come back as they were written, but for the sign of 0.
 void CheckRoundTrip(const InputFile& file, const ZoBundleAOBList& list) {
@@ -53,7 +31,7 @@ void CheckRoundTrip(const InputFile& file, const ZoBundleAOBList& list) {
     Require(back.WriteFile(file.Name(), false) == 1);
     ZoBundleAOBList again;
     again.ReadV50(file.Name());
-    Require(Lines(again) == Lines(back));
+    Require(WrittenText(again) == WrittenText(back));
 }
 
 void CheckList(const InputFile& file, ZoBundleAOBList& list, std::size_t most) {

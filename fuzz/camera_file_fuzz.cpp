@@ -3,18 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
 #include <string>
 
-#include <unistd.h>
+#include "input_file.h"
+#include "require.h"
+#include "tests/support/archive_item.h"
 
-#include "zorv/core/archive.h"
-#include "zorv/core/text_conversion.h"
 #include "zorv/photo/camera_list.h"
 
 namespace {
@@ -22,33 +17,6 @@ namespace {
 // Tables take milliseconds to make: a few inputs get them, and few of each.
 constexpr int kTablesOfAnInput = 2;
 constexpr std::size_t kInputsForTables = 16;
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-struct InputFile {
-    InputFile() : path(std::filesystem::temp_directory_path() / ("zorv-cameras-" + std::to_string(::getpid()))) {}
-    ~InputFile() { std::filesystem::remove(path); }
-    void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
-    std::string Read() const {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    std::wstring Name() const { return string2wstring(path.native()); }
-    std::filesystem::path path;
-};
-
-/// An item that was unpacked already.
-class Item final : public CZipWrapper {
-  public:
-    Item(const std::uint8_t* data, std::size_t size) {
-        buffer = std::make_unique<char[]>(size + 1);
-        if (size > 0) std::memcpy(buffer.get(), data, size);
-        bufferSize = size;
-    }
-    void WriteItem() override {}
-};
 
 void CheckPoints(const ZoCamera& camera) {
     for (const double at : {0.0, 0.37, -7.9, 20.0, 1e10}) {
@@ -88,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ZoCameraList(file.Name()).WriteFile(file.Name(), false);
     Require(file.Read() == twice);
 
-    Item item(data, size);
+    ArchiveItem item(data, size);
     ZoCamera camera;
     camera.ReadV9(&item);
     ZoCameraList one;

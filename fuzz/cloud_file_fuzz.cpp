@@ -3,35 +3,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
-#include <unistd.h>
+#include "input_file.h"
+#include "require.h"
 
 #include "zorv/cloud/cloud_container.h"
 #include "zorv/core/platform/mapping.h"
-#include "zorv/core/text_conversion.h"
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-struct InputFile {
-    InputFile() : path(std::filesystem::temp_directory_path() / ("zorv-cloud-" + std::to_string(::getpid()))) {}
-    ~InputFile() { std::filesystem::remove(path); }
-    void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
-    std::string Read() const {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    std::wstring Name() const { return string2wstring(path.native()); }
-    std::filesystem::path path;
-};
 
 /// The bytes of the file that a container writes. A cloud without a scanner's record begins when it is read.
 std::string Written(ZoPointCloudContainer& container, const InputFile& file) {

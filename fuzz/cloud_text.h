@@ -4,34 +4,18 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include <unistd.h>
+#include "input_file.h"
+#include "require.h"
 
 #include "zorv/cloud/cloud_container.h"
 #include "zorv/core/platform/mapping.h"
-#include "zorv/core/text_conversion.h"
 
 /// What the harnesses of clouds in text share.
 namespace cloud_text {
-
-inline void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-struct InputFile {
-    InputFile() : path(std::filesystem::temp_directory_path() / ("zorv-text-" + std::to_string(::getpid()))) {}
-    ~InputFile() { std::filesystem::remove(path); }
-    void Write(std::string_view bytes) const {
-        std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    }
-    std::wstring Name() const { return string2wstring(path.native()); }
-    std::filesystem::path path;
-};
 
 /// Opens what hosts do not need.
 struct Container : ZoPointCloudContainer {

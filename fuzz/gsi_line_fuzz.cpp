@@ -3,19 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
+
+#include "require.h"
 
 #include "zorv/points/gsi_item.h"
 #include "zorv/points/point_list.h"
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 void CheckWords(const char* line) {
     GsiLineItemizer items(line);

@@ -2,9 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
+
+#include "require.h"
 
 #include "zorv/cloud/las/las_header.h"
 #include "zorv/cloud/las/point_source.h"
@@ -14,10 +15,6 @@ namespace {
 using namespace zorv::las;
 
 constexpr std::size_t kMost = 3000;
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
 
 std::vector<LASpoint> Read(zorv::detail::ByteView file, const LASheader& header, std::size_t step) {
     const auto source = header.compressed ? OpenCompressedPoints(file, header) : OpenPlainPoints(file, header);

@@ -3,53 +3,20 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
-#include "tests/support/archive_item.h"
-#include <unistd.h>
+#include "record_checks.h"
 
-#include "zorv/core/reader.h"
-#include "zorv/core/text_conversion.h"
 #include "zorv/orientation/similarity.h"
 
 namespace {
 
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-class Block : public LinkHdl {
-  public:
-    long Found(ZoReaderObject* object) { return def.Read(object); }
-
+/// The definition in the block of this text, and whether all of it was there.
+ZoLokalSystemDef Read(const std::string& text, bool& complete) {
     ZoLokalSystemDef def;
-};
-
-struct InputFile {
-    InputFile() : path(std::filesystem::temp_directory_path() / ("zorv-local-system-" + std::to_string(::getpid()))) {}
-    ~InputFile() { std::filesystem::remove(path); }
-    /// The definition in the block of this text, and whether all of it was there.
-    ZoLokalSystemDef Read(const std::string& text, bool& complete) const {
-        std::ofstream(path, std::ios::binary) << "LOCAL { " << text << " }\n";
-        Block block;
-        ZoReader reader(string2wstring(path.native()));
-        reader.RegisterObject(ZoReaderObject("LOCAL", Link(&block, &Block::Found)));
-        Require(reader.DoProcess(false) == 1);
-        complete = reader.GetReadErrorCount() == 0;
-        return block.def;
-    }
-    std::filesystem::path path;
-};
-
-std::string Text(const ZoLokalSystemDef& def) {
-    std::ostringstream out;
-    def.Write(out);
-    return out.str();
+    complete = ReadBlock(text, [&def](ZoReaderObject* object) { def.Read(object); }) == 0;
+    return def;
 }
 
 /// Four points to which the definition is bent, so that the computation is reached.
@@ -73,14 +40,13 @@ void Compute(ZoLokalSystemDef def) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const InputFile file;
     bool complete = false;
-    const ZoLokalSystemDef fromText = file.Read(std::string(reinterpret_cast<const char*>(data), size), complete);
+    const ZoLokalSystemDef fromText = Read(std::string(reinterpret_cast<const char*>(data), size), complete);
     Compute(fromText);
     if (complete) {
         // 16 digits may miss a last place, once.
-        const ZoLokalSystemDef back = file.Read(Text(fromText), complete);
-        Require(!complete || Text(file.Read(Text(back), complete)) == Text(back));
+        const ZoLokalSystemDef back = Read(WrittenText(fromText), complete);
+        Require(!complete || WrittenText(Read(WrittenText(back), complete)) == WrittenText(back));
     }
 
     ArchiveItem item(data, size);

@@ -4,34 +4,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <sstream>
 #include <string>
 
-#include "tests/support/archive_item.h"
+#include "record_checks.h"
 
-#include "zorv/core/reader.h"
 #include "zorv/math/matrix.h"
 
 namespace {
-
-/// Reads one record from text in memory; false when it was refused.
-template <class Record>
-bool ReadText(Record& record, const std::string& text) {
-    std::stringbuf source(text);
-    ZoReader reader(L"");
-    std::istream& stream = reader.stream;
-    stream.rdbuf(&source);
-    ZoReaderObject* object = reader.RegisterObject(ZoReaderObject());
-    try {
-        reader.ParseForToken();
-        record.Read(object);
-    } catch (const ZoParserStatus&) {
-        return false;
-    }
-    return true;
-}
 
 bool Same(const ZoVector& a, const ZoVector& b) {
     return a == b;
@@ -44,12 +23,9 @@ bool Same(const ZoMatrix& a, const ZoMatrix& b) {
 
 template <class Record>
 void TextForm(const std::string& text) {
-    Record record;
-    if (!ReadText(record, text)) return;
-    std::ostringstream out;
-    record.Write(out);
-    Record again;
-    if (!ReadText(again, out.str()) || !Same(record, again)) std::abort();
+    Record record, again;
+    if (!ReadBareText(text, [&](auto* object) { record.Read(object); })) return;
+    Require(ReadBareText(WrittenText(record), [&](auto* object) { again.Read(object); }) && Same(record, again));
     record.AsString();
 }
 

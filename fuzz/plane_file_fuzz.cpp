@@ -4,38 +4,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
 #include <string>
 
+#include "input_file.h"
+#include "require.h"
 #include "tests/support/archive_item.h"
-#include <unistd.h>
 
 #include "zorv/core/reader.h"
-#include "zorv/core/text_conversion.h"
 #include "zorv/math/polygon.h"
 #include "zorv/rectify/plane_list.h"
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-struct InputFile {
-    InputFile() : path(std::filesystem::temp_directory_path() / ("zorv-planes-" + std::to_string(::getpid()))) {}
-    ~InputFile() { std::filesystem::remove(path); }
-    void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
-    std::string Read() const {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    std::wstring Name() const { return string2wstring(path.native()); }
-    std::filesystem::path path;
-};
 
 void CheckPlanes(const ZoPlaneList& planes, std::size_t size) {
     Require(planes.IsNotifyEnabled());

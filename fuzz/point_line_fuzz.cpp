@@ -5,14 +5,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
+#include "input_file.h"
+#include "require.h"
 
 #include "zorv/core/reader.h"
 #include "zorv/core/text_conversion.h"
@@ -22,17 +20,6 @@
 namespace {
 
 using Table = TZoFormatTable<eZoPointRWMask>;
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-struct InputFile {
-    InputFile() : path(std::filesystem::temp_directory_path() / ("zorv-points-" + std::to_string(::getpid()))) {}
-    ~InputFile() { std::filesystem::remove(path); }
-    void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
-    std::filesystem::path path;
-};
 
 const std::vector<Table>& Tables() {
     static const std::vector<Table> tables = [] {
@@ -77,7 +64,7 @@ void CheckLine(std::string line, const Table& table) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const InputFile file;
     const std::string text(reinterpret_cast<const char*>(data), size);
-    const std::wstring name = string2wstring(file.path.native());
+    const std::wstring name = file.Name();
     for (const Table& table : Tables()) {
         CheckLine(text, table);
 

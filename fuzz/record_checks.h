@@ -3,23 +3,30 @@
 // What holds for every record that has a keyword form and an archive form.
 
 #include <cstddef>
-#include <cstdlib>
 #include <functional>
 #include <sstream>
 #include <string>
 
+#include "require.h"
 #include "tests/support/archive_item.h"
 #include "tests/support/read_block.h"
+#include "tests/support/written_text.h"
 
-inline void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-template <class Record>
-std::string WrittenText(const Record& record) {
-    std::ostringstream out;
-    record.Write(out);
-    return out.str();
+/// Calls `read` as the handler of a text that stands in no block; false when it was refused.
+template <class Read>
+bool ReadBareText(const std::string& text, Read read) {
+    std::stringbuf source(text);
+    ZoReader reader(L"");
+    std::istream& stream = reader.stream;
+    stream.rdbuf(&source);
+    ZoReaderObject* object = reader.RegisterObject(ZoReaderObject());
+    try {
+        reader.ParseForToken();
+        read(object);
+    } catch (const ZoParserStatus&) {
+        return false;
+    }
+    return true;
 }
 
 /// The record that `make` makes, read from the block `text`, and how many read errors there were.

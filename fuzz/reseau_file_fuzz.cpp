@@ -4,51 +4,18 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
 #include <sstream>
 #include <string>
 
-#include <unistd.h>
+#include "input_file.h"
+#include "require.h"
+#include "tests/support/archive_item.h"
 
-#include "zorv/core/archive.h"
-#include "zorv/core/text_conversion.h"
 #include "zorv/photo/reseau_descriptor.h"
 #include "zorv/photo/reseau_file_list.h"
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-struct InputFile {
-    explicit InputFile(const char* extension)
-        : path(std::filesystem::temp_directory_path() / ("zorv-reseaus-" + std::to_string(::getpid()) + extension)) {}
-    ~InputFile() { std::filesystem::remove(path); }
-    void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
-    std::string Read() const {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    std::wstring Name() const { return string2wstring(path.native()); }
-    std::filesystem::path path;
-};
-
-/// An item that was unpacked already.
-class Item final : public CZipWrapper {
-  public:
-    Item(const std::uint8_t* data, std::size_t size) {
-        buffer = std::make_unique<char[]>(size + 1);
-        if (size > 0) std::memcpy(buffer.get(), data, size);
-        bufferSize = size;
-    }
-    void WriteItem() override {}
-};
 
 void UseReseau(ZoReseauFile& reseau, std::size_t size) {
     Require(reseau.IsValid());
@@ -114,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(back.WriteDigitalCameraFormat(cameras.Name()));
     Require(cameras.Read() == text);
 
-    Item item(data, size);
+    ArchiveItem item(data, size);
     ZoReseauDataDesc desc;
     desc.ReadV9(&item);
     const ZoReseauFile* found = list.FindReseauFile(desc);

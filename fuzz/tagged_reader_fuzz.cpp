@@ -3,40 +3,16 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
+#include "input_file.h"
+#include "require.h"
 
 #include "zorv/core/reader.h"
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-/// One file, rewritten for every input.
-class InputFile {
-  public:
-    InputFile() {
-        const int handle = ::mkstemp(name.data());
-        Require(handle >= 0);
-        ::close(handle);
-    }
-    ~InputFile() { std::filesystem::remove(name); }
-    std::wstring Write(const std::uint8_t* data, std::size_t size) const {
-        std::ofstream(name, std::ios::binary).write(reinterpret_cast<const char*>(data), std::streamsize(size));
-        return std::filesystem::path(name).wstring();
-    }
-
-  private:
-    std::string name = std::filesystem::temp_directory_path() / "zorv-fuzz-XXXXXX";
-};
 
 class Model : public LinkHdl {
   public:
@@ -140,7 +116,8 @@ void Read(const std::wstring& file, bool goOn, bool skipUnknown, bool simple) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const InputFile input;
-    const std::wstring file = input.Write(data, size);
+    input.Write({reinterpret_cast<const char*>(data), size});
+    const std::wstring file = input.Name();
     Read(file, false, true, false);
     Read(file, true, true, false);
     Read(file, true, false, false);
