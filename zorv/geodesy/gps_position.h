@@ -40,6 +40,7 @@ class ZORV_API ZoGPSPosition {
 
     /// Degrees, minutes and seconds of both angles, and the altitude, as UTF-8; " - " for an invalid position.
     std::string GetAsDMS() const;
+    /// Both angles as numbers, of an invalid position too.
     void GetAsDMS(int* latDeg, int* latMin, double* latSec, int* longDeg, int* longMin, double* longSec) const;
 
     /// A point in the form of the mode; a new point where the position was never set, the mode is unknown, or a

@@ -71,6 +71,7 @@ class ZORV_API ZoAffinMap3d : public _MMatrix {
     ZoPoint3d Transform(const ZoPoint3d& point) const { return {Row(0, point), Row(1, point), Row(2, point)}; }
     /// The translation has no effect.
     ZoVector3d Transform(const ZoVector3d& vector) const { return {Row(0, vector), Row(1, vector), Row(2, vector)}; }
+    /// Origin and axes.
     ZoFrame3d Transform(const ZoFrame3d& frame) const {
         return {Transform(frame.Origin()), Transform(frame.v1()), Transform(frame.v2()), Transform(frame.v3())};
     }

@@ -79,6 +79,7 @@ inline const ZoVector3d ZoVector3d::ZAxis{0.0, 0.0, 1.0};
 inline ZoVector3d operator*(const ZoVector3d& v, double factor) {
     return {v.x() * factor, v.y() * factor, v.z() * factor};
 }
+/// The same.
 inline ZoVector3d operator*(double factor, const ZoVector3d& v) {
     return v * factor;
 }
