@@ -1,5 +1,7 @@
 #include "zorv/rectify/definition_lines.h"
 
+#include <limits>
+
 #include "tests/support/archive_item.h"
 #include "tests/support/read_block.h"
 #include "tests/support/written_text.h"
@@ -103,6 +105,7 @@ TEST_F(DefinitionLines, RepairFollowsADeletedPoint) {
 TEST_F(DefinitionLines, TextReadsBack) {
     definition.lines.First()->xAxis = 1;
     definition.lines.First()->distance = 0.1;
+    definition.lines.Last()->distance = -std::numeric_limits<double>::infinity();
     definition.MakeConstraintDef(1, 2, kParallel);
     const std::string text = WrittenText(definition);
     EXPECT_TRUE(

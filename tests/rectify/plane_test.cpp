@@ -1,6 +1,7 @@
 #include "zorv/rectify/plane.h"
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "tests/support/archive_item.h"
@@ -104,6 +105,13 @@ TEST(PlaneList, FileHasOneBlockALine) {
     std::filesystem::create_symlink("cut.txt", folder.path / "link.txt");
     EXPECT_EQ(list.WriteFile(folder.Name("link.txt")), 1);
     EXPECT_EQ(folder.Read("cut.txt"), folder.Read("planes.txt")) << "the link stays, its file is another";
+
+    list.First()->A() = -std::numeric_limits<double>::infinity();
+    list.Add(wall);
+    EXPECT_EQ(list.WriteFile(folder.Name("infinite.txt")), 2);
+    const ZoPlaneList read(folder.Name("infinite.txt"));
+    ASSERT_EQ(read.Count(), 2);
+    EXPECT_EQ(read.First()->A(), 0);
 }
 
 TEST(PlaneList, ActivePlanes) {

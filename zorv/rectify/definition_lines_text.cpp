@@ -5,6 +5,7 @@
 
 #include "zorv/core/archive_list.h"
 #include "zorv/core/lenient_number.h"
+#include "zorv/core/number_format.h"
 #include "zorv/core/reader_object.h"
 #include "zorv/core/record_text.h"
 #include "zorv/core/text_writer.h"
@@ -13,6 +14,7 @@
 namespace {
 
 using zorv::detail::FieldWidth;
+using zorv::detail::FiniteOrZero;
 using zorv::detail::kExactDigits;
 using zorv::detail::RecordText;
 
@@ -39,7 +41,7 @@ int ZoElspDefLine::Read(ZoReaderObject* object) {
 std::ostream& ZoElspDefLine::Write(std::ostream& stream) const {
     RecordText text;
     text.Field(FieldWidth::w8, id).Char(' ').Field(FieldWidth::w8, id1).Char(' ').Field(FieldWidth::w8, id2);
-    text.Char(' ').Field(FieldWidth::w8, xAxis).Char(' ').Field(FieldWidth::w8, distance, kExactDigits);
+    text.Char(' ').Field(FieldWidth::w8, xAxis).Char(' ').Field(FieldWidth::w8, FiniteOrZero(distance), kExactDigits);
     text.WriteTo(stream);
     return stream;
 }
@@ -77,7 +79,9 @@ int ZoElspDefLineConstraint::Read(ZoReaderObject* object) {
 std::ostream& ZoElspDefLineConstraint::Write(std::ostream& stream) const {
     RecordText text;
     text.Field(FieldWidth::w8, id1).Char(' ').Field(FieldWidth::w8, id2).Char(' ');
-    text.Field(FieldWidth::w8, static_cast<int>(type)).Char(' ').Field(FieldWidth::w8, value, kExactDigits);
+    text.Field(FieldWidth::w8, static_cast<int>(type))
+        .Char(' ')
+        .Field(FieldWidth::w8, FiniteOrZero(value), kExactDigits);
     text.WriteTo(stream);
     return stream;
 }

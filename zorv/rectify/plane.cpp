@@ -6,6 +6,7 @@
 
 #include "zorv/core/archive.h"
 #include "zorv/core/lenient_number.h"
+#include "zorv/core/number_format.h"
 #include "zorv/core/reader_object.h"
 #include "zorv/core/shaped_value.h"
 #include "zorv/core/text_writer.h"
@@ -97,7 +98,10 @@ int ZoPlane::Read(ZoReaderObject* object) {
 
 std::ostream& ZoPlane::Write(std::ostream& stream) const {
     ZoObject::Write(stream);
-    return stream << p16 << w16 << A() << w16 << B() << w16 << C() << w16 << D();
+    stream << p16;
+    for (const double coefficient : {A(), B(), C(), D()})
+        stream << w16 << zorv::detail::FiniteOrZero(coefficient);
+    return stream;
 }
 
 void ZoPlane::ReadV9(CZipWrapper* archive) {

@@ -75,7 +75,8 @@ class ZORV_API ZoPlane : public TZoFlagNode<ZoPlane> {
     /// Text form: id, name, A, B, C, D. Returns 1; throws ZoParserStatus. Words and strings in place of a number count
     /// as 0.
     int Read(ZoReaderObject* object);
-    /// Writes what Read takes, the coefficients with 16 significant digits.
+    /// Writes what Read takes, the coefficients with 16 significant digits. Infinity and not-a-number, which would end
+    /// the reading, become 0.
     std::ostream& Write(std::ostream& stream) const;
     /// Archive record: ZoObject, flags, normal as ZoVector, D.
     void ReadV9(CZipWrapper* archive);
