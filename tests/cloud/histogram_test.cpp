@@ -40,6 +40,7 @@ TEST(Histogram, PeaksStandOutByAQuarterOfTheRange) {
         {"a flat beginning", {5, 5, 0, 10, 0}, {0, 3}},
         {"negative values", {-10, -1, -9, -2, -10}, {1, 3}},
         {"a small rise first", {0, 1, 10, 1, 0}, {2}},
+        {"a step on the way down", {0, 10, 5, 6, 0, 3, 0}, {1, 5}},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);

@@ -247,6 +247,9 @@ TEST(PhotoRecord, ListsSortByNumberAndGoIntoDialogs) {
     EXPECT_EQ(ZoPhoto::GuiString(&photo, true), L":: 3 - label");
     EXPECT_EQ(ZoPhoto::GuiString(&photo, false), L"3 - label");
     EXPECT_EQ(ZoPhoto::GuiString(nullptr, true), L"??");
+    photo.AddAttribute(std::make_unique<ZoAttribute>(L"note").release());
+    photo.DelAttribute(L"NOTE");
+    EXPECT_EQ(photo.FirstAttribute(), nullptr);
     photo.SetBikoRegion(ZoRegion(-3, -2, 3, 2));
     photo.SetExposureDistance(0.0025);
     EXPECT_DOUBLE_EQ(photo.ExposureDistanceCCD(), 2.5 / 6);
