@@ -118,6 +118,7 @@
 #include "zorv/photo/panorama.h"
 #include "zorv/photo/panorama_info.h"
 #include "zorv/photo/photo.h"
+#include "zorv/photo/photo_desc.h"
 #include "zorv/photo/photo_list.h"
 #include "zorv/photo/photo_rotation.h"
 #include "zorv/photo/reseau_descriptor.h"

@@ -221,12 +221,6 @@ void ZoPhoto::DelAttribute(ZoAttribute* attribute) {
     delete SubtractAttribute(attribute);
 }
 
-void ZoPhotoDesc::Set(const ZoPhoto* photo) {
-    isOrthoPhoto = photo && photo->IsOrthoPhoto();
-    isVivaPanorama = photo && photo->IsVivaPanorama();
-    id = photo ? photo->GetId() : 0;
-}
-
 ZoPhoto* ZoPhotoList::FindWithCameraId(unsigned int cameraId) const {
     for (ZoPhoto* photo = First(); photo; photo = photo->Next()) {
         if (photo->camera.GetId() == cameraId) return photo;

@@ -421,17 +421,3 @@ class ZORV_API ZoPhoto : public TZoFlagNode<ZoPhoto> {
   private:
     static const char* const gpDesc;
 };
-
-/// Names a photo without pointing to it.
-class ZORV_API ZoPhotoDesc {
-  public:
-    ZoPhotoDesc() = default;
-    explicit ZoPhotoDesc(const ZoPhoto* photo) { Set(photo); }
-
-    /// Null clears it.
-    void Set(const ZoPhoto* photo);
-
-    bool isOrthoPhoto = false;
-    bool isVivaPanorama = false;
-    std::uint32_t id = 0;
-};
