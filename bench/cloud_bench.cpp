@@ -219,8 +219,10 @@ void Bounds(benchmark::State& state) {
 }
 BENCHMARK(Bounds)->Unit(benchmark::kMillisecond);
 
+/// On a cloud of its own, since the coordinates are rounded on the way there and back.
 void Transform(benchmark::State& state) {
-    ZoPointCloud& cloud = *Clouds().First();
+    const auto copy = std::make_unique<ZoPointCloud>(*Clouds().First());
+    ZoPointCloud& cloud = *copy;
     ZoAffinMap3d map = ZoAffinMap3d::Translate(1.0, 2.0, 3.0);
     for (auto _ : state) {
         cloud.Transform(map);
