@@ -69,8 +69,9 @@ class ControlTable {
     std::size_t Size() const { return values.size(); }
     const Value& At(std::size_t place) const { return values[place]; }
 
-    /// The place of the point of that id, or kNone.
-    std::size_t Find(std::uint32_t id) const {
+    /// The place of the point of that id, or kNone. A guess where that may be saves a search.
+    std::size_t Find(std::uint32_t id, std::size_t guess = kNone) const {
+        if (guess < ids.size() && ids[guess] == id) return guess;
         const std::uint32_t offset = id - first;  // an id below wraps around to one behind the end
         if (offset > range) return kNone;
         if (isDense) return taken[offset] ? offset : kNone;
@@ -166,7 +167,7 @@ class ControlWalk {
 
     std::size_t Find(const ZoPoint& point) {
         if (next < found) return places[next++];
-        const std::size_t place = table.Find(point.GetId());
+        const std::size_t place = table.Find(point.GetId(), last + 1);
         if (place != table.kNone && place != std::exchange(last, place) + 1) LookAhead(point.NextConst());
         return place;
     }

@@ -25,24 +25,35 @@ struct Common {
 /// May be millions.
 using CommonPoints = std::vector<Common, zorv::detail::LargeBlockAllocator<Common>>;
 
+bool IsFollowedByLowerId(const ZoPoint& point) {
+    return point.NextConst() && point.NextConst()->GetId() < point.GetId();
+}
+
 CommonPoints FindCommonPoints(const ZoSortHelper<ZoPoint>& controls, const ZoPointList* source) {
     CommonPoints common;
     if (!source) return common;
     common.reserve(controls.index.size());
-    const auto addPairs = [&](auto find) {
-        for (const ZoPoint* point = source->First(); point; point = point->NextConst()) {
-            const auto* control = find(*point);
-            if (!control) continue;
-            common.push_back({{point->x, point->y, point->z}, {control->x, control->y, control->z}});
-        }
+    const auto add = [&common](const ZoPoint& point, const auto* control) {
+        if (control) common.push_back({{point.x, point.y, point.z}, {control->x, control->y, control->z}});
     };
-    if (source->CountMoreThan(static_cast<int>(zorv::detail::ControlLookup::CountOfFew(controls)))) {
-        const zorv::detail::ControlTable<zorv::detail::ControlPosition> table(controls);
-        zorv::detail::ControlWalk walk(table);
-        addPairs([&walk](const ZoPoint& point) { return walk.FindValue(point); });
-    } else {
-        addPairs([&controls](const ZoPoint& point) { return controls.Find(point.GetId()); });
+    const ZoPoint* point = source->First();
+    if (!source->CountMoreThan(static_cast<int>(zorv::detail::ControlLookup::CountOfFew(controls)))) {
+        for (; point; point = point->NextConst())
+            add(*point, controls.Find(point->GetId()));
+        return common;
     }
+    // As long as the ids ascend, the partners stand in the order of the points.
+    auto partner = controls.index.begin();
+    for (; point && !IsFollowedByLowerId(*point); point = point->NextConst()) {
+        while (partner != controls.index.end() && partner->first < point->GetId())
+            ++partner;
+        if (partner != controls.index.end() && partner->first == point->GetId()) add(*point, partner->second);
+    }
+    if (!point) return common;
+    const zorv::detail::ControlTable<zorv::detail::ControlPosition> table(controls);
+    zorv::detail::ControlWalk walk(table);
+    for (; point; point = point->NextConst())
+        add(*point, walk.FindValue(*point));
     return common;
 }
 
