@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <ctime>
 #include <filesystem>
@@ -16,33 +15,17 @@ using zorv::detail::ExpectFullUse;
 using zorv::detail::FileReplacement;
 using zorv::detail::kReadingTag;
 using zorv::detail::NativePath;
+using zorv::detail::ZipDirection;
 using zorv::detail::ZipItem;
 using zorv::detail::ZipReader;
 
 namespace {
 
-std::atomic<std::uint32_t> lastResult{eZoZipOk};
+constinit ZipDirection reading(kReadingTag);
 
-std::uint32_t Keep(std::uint32_t result) {
-    lastResult = result;
-    return result;
-}
-
-HZIP Fail(std::uint32_t result) {
-    Keep(result);
-    return nullptr;
-}
-
-/// Runs an operation on the reader of a handle and keeps its result.
 template <class Operation>
 std::uint32_t OnReader(HZIP zip, Operation operation) {
-    if (!zip) return Keep(eZoZipArguments);
-    if (zip->tag != kReadingTag) return Keep(eZoZipDirection);
-    try {
-        return Keep(operation(*zip->reader));
-    } catch (const std::bad_alloc&) {
-        return Keep(eZoZipNoMemory);
-    }
+    return reading.Run(zip, [&](ZoZip& open) { return operation(*open.reader); });
 }
 
 /// The same for one item of the reader.
@@ -86,29 +69,29 @@ HZIP zorv::detail::OpenZip(std::unique_ptr<std::istream> bytes) {
         auto zip = std::make_unique<ZoZip>();
         zip->tag = kReadingTag;
         zip->reader = ZipReader::Open(std::move(bytes));
-        if (!zip->reader) return Fail(eZoZipCorrupt);
-        Keep(eZoZipOk);
+        if (!zip->reader) return reading.Fail(eZoZipCorrupt);
+        reading.Keep(eZoZipOk);
         return zip.release();
     } catch (const std::bad_alloc&) {
-        return Fail(eZoZipNoMemory);
+        return reading.Fail(eZoZipNoMemory);
     }
 }
 
 HZIP ZoUnzipOpen(const wchar_t* file) {
-    if (!file || !*file) return Fail(eZoZipArguments);
+    if (!file || !*file) return reading.Fail(eZoZipArguments);
     const std::filesystem::path path = NativePath(file);
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return Fail(eZoZipNoFile);
+    if (!std::filesystem::is_regular_file(path, error)) return reading.Fail(eZoZipNoFile);
     auto stream = std::make_unique<std::ifstream>(path, std::ios::binary);
-    return stream->is_open() ? zorv::detail::OpenZip(std::move(stream)) : Fail(eZoZipNoFile);
+    return stream->is_open() ? zorv::detail::OpenZip(std::move(stream)) : reading.Fail(eZoZipNoFile);
 }
 
 std::uint32_t ZoUnzipLastResult() {
-    return lastResult;
+    return reading.LastResult();
 }
 
 bool ZoIsUnzipHandle(HZIP zip) {
-    return zip && zip->tag == kReadingTag;
+    return reading.Has(zip);
 }
 
 std::uint32_t ZoUnzipEntry(HZIP zip, int index, ZIPENTRY* entry) {

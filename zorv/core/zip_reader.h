@@ -45,7 +45,6 @@ class ZipReader {
     ZipReader& operator=(const ZipReader&) = delete;
 
     const std::vector<ZipItem>& Items() const { return items; }
-    std::uint64_t FileSize() const { return source.Size(); }
     /// Index of the first item of the name, or -1.
     int Find(std::wstring_view name, bool ignoreCase) const;
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <istream>
 #include <memory>
+#include <new>
 
 #include "zorv/core/zip.h"
 #include "zorv/core/zip_reader.h"
@@ -19,6 +21,38 @@ namespace zorv::detail {
 
 inline constexpr std::uint32_t kReadingTag = 1;
 inline constexpr std::uint32_t kWritingTag = 2;
+
+/// One of the two directions: which handles are its own, and the result of its last call.
+class ZipDirection {
+  public:
+    constexpr explicit ZipDirection(std::uint32_t ownTag) : tag(ownTag) {}
+
+    bool Has(HZIP zip) const { return zip && zip->tag == tag; }
+    std::uint32_t LastResult() const { return lastResult; }
+    std::uint32_t Keep(std::uint32_t result) {
+        lastResult = result;
+        return result;
+    }
+    HZIP Fail(std::uint32_t result) {
+        Keep(result);
+        return nullptr;
+    }
+    /// Runs an operation on what an own handle leads to and keeps its result.
+    template <class Operation>
+    std::uint32_t Run(HZIP zip, Operation operation) {
+        if (!zip) return Keep(eZoZipArguments);
+        if (!Has(zip)) return Keep(eZoZipDirection);
+        try {
+            return Keep(operation(*zip));
+        } catch (const std::bad_alloc&) {
+            return Keep(eZoZipNoMemory);
+        }
+    }
+
+  private:
+    std::uint32_t tag;
+    std::atomic<std::uint32_t> lastResult{eZoZipOk};
+};
 
 /// Opens a ZIP for reading from any bytes.
 HZIP OpenZip(std::unique_ptr<std::istream> bytes);

@@ -1,9 +1,7 @@
-#include <atomic>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <new>
 #include <optional>
 #include <system_error>
 
@@ -15,41 +13,26 @@ using zorv::detail::FileSink;
 using zorv::detail::HandleSink;
 using zorv::detail::kWritingTag;
 using zorv::detail::MemorySink;
+using zorv::detail::ZipDirection;
 using zorv::detail::ZipSink;
 using zorv::detail::ZipWriter;
 
 namespace {
 
-std::atomic<std::uint32_t> lastResult{eZoZipOk};
-
-std::uint32_t Keep(std::uint32_t result) {
-    lastResult = result;
-    return result;
-}
+constinit ZipDirection writing(kWritingTag);
 
 HZIP NewZip(std::unique_ptr<ZipSink> sink) {
     auto zip = std::make_unique<ZoZip>();
     zip->tag = kWritingTag;
     zip->writer = std::make_unique<ZipWriter>(std::move(sink));
-    Keep(zip->writer->IsOpen() ? eZoZipOk : eZoZipNoMemory);
-    return zip->writer->IsOpen() ? zip.release() : nullptr;
+    if (!zip->writer->IsOpen()) return writing.Fail(eZoZipNoMemory);
+    writing.Keep(eZoZipOk);
+    return zip.release();
 }
 
-HZIP Fail(std::uint32_t result) {
-    Keep(result);
-    return nullptr;
-}
-
-/// Runs an operation on the writer of a handle and keeps its result.
 template <class Operation>
 std::uint32_t OnWriter(HZIP zip, Operation operation) {
-    if (!zip) return Keep(eZoZipArguments);
-    if (zip->tag != kWritingTag) return Keep(eZoZipDirection);
-    try {
-        return Keep(operation(*zip->writer));
-    } catch (const std::bad_alloc&) {
-        return Keep(eZoZipNoMemory);
-    }
+    return writing.Run(zip, [&](ZoZip& open) { return operation(*open.writer); });
 }
 
 eZoZipResult AddFile(ZipWriter& writer, const wchar_t* name, const wchar_t* file) {
@@ -82,22 +65,22 @@ std::uint32_t AddFromHandle(HZIP zip, const wchar_t* name, void* handle, std::op
 }  // namespace
 
 std::uint32_t zorv::detail::LastZipResult() {
-    return lastResult;
+    return writing.LastResult();
 }
 
 HZIP CreateZip(void* memory, unsigned int size, const char* password) {
-    if (size == 0 || password) return Fail(eZoZipArguments);
+    if (size == 0 || password) return writing.Fail(eZoZipArguments);
     return NewZip(std::make_unique<MemorySink>(memory, size));
 }
 
 HZIP CreateZip(const wchar_t* file, const char* password) {
-    if (!file || !*file || password) return Fail(eZoZipArguments);
+    if (!file || !*file || password) return writing.Fail(eZoZipArguments);
     auto sink = std::make_unique<FileSink>(file);
-    return sink->IsOpen() ? NewZip(std::move(sink)) : Fail(eZoZipNoFile);
+    return sink->IsOpen() ? NewZip(std::move(sink)) : writing.Fail(eZoZipNoFile);
 }
 
 HZIP CreateZipHandle(void* handle, const char* password) {
-    if (!handle || password) return Fail(eZoZipArguments);
+    if (!handle || password) return writing.Fail(eZoZipArguments);
     return NewZip(std::make_unique<HandleSink>(handle));
 }
 
@@ -147,5 +130,5 @@ std::uint32_t CloseZipZ(HZIP zip) {
 }
 
 bool IsZipHandleZ(HZIP zip) {
-    return zip && zip->tag == kWritingTag;
+    return writing.Has(zip);
 }
