@@ -70,14 +70,18 @@ class BlockKeywords {
     std::deque<Handler> handlers;  // addresses stay
 };
 
+/// Moves behind the `{` at hand; throws ZoParserStatus at any other token.
+inline void TakeBlockBegin(ZoReaderObject* object) {
+    object->GetReader()->GetParser().GetToken(eZoTokenBlockBegin);
+    object->ParseForToken();
+}
+
 /// A block inside a run of tokens: takes its `{`, lets `read` take what it holds, and moves behind its `}`.
 template <class ReadContent>
 void ReadInBraces(ZoReaderObject* object, ReadContent read) {
-    ZoParser& parser = object->GetReader()->GetParser();
-    parser.GetToken(eZoTokenBlockBegin);
-    object->ParseForToken();
+    TakeBlockBegin(object);
     read();
-    parser.GetToken(eZoTokenBlockEnd);
+    object->GetReader()->GetParser().GetToken(eZoTokenBlockEnd);
     object->ParseForToken();
 }
 

@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "zorv/core/archive_list.h"
+#include "zorv/core/bulk_change.h"
 #include "zorv/core/platform/files.h"
 #include "zorv/core/reader.h"
 #include "zorv/core/sort_helper.h"
@@ -99,14 +100,12 @@ int ZoBundleAOBList::ValidateActiveAOB(ZoPointList* points) {
 
 void ZoBundleAOBList::ReadV9(CZipWrapper* archive) {
     Destroy();
-    SetNotify(false);
-    zorv::detail::ReadRecords(*this, archive, kRecordSize, [](CZipWrapper* item) {
+    const auto make = [](CZipWrapper* item) {
         auto record = std::make_unique<ZoBundleAOB>();
         record->ReadV9(item);
         return record.release();
-    });
-    SetNotify(true);
-    NotifyChanged(nullptr, nullptr);
+    };
+    zorv::detail::BulkChange(*this, [&] { zorv::detail::ReadRecords(*this, archive, kRecordSize, make); });
 }
 
 void ZoBundleAOBList::WriteV9(CZipWrapper* archive) const {

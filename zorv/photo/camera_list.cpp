@@ -4,6 +4,8 @@
 #include <memory>
 #include <ostream>
 
+#include "zorv/core/block_keywords.h"
+#include "zorv/core/bulk_change.h"
 #include "zorv/core/debug_output.h"
 #include "zorv/core/path_tools.h"
 #include "zorv/core/platform/files.h"
@@ -57,13 +59,12 @@ void WriteFullHeaderComment(std::ostream& stream) {
 }  // namespace
 
 int ZoCameraList::Read(const std::wstring& fileName) {
-    SetNotify(false);
-    const int before = Count();
-    ReadFileFormatFull(fileName);
-    if (Count() == before) ReadFileFormatSimple(fileName);
-    TestForMultipleCameras();
-    SetNotify(true);
-    NotifyChanged(nullptr, nullptr);
+    zorv::detail::BulkChange(*this, [&] {
+        const int before = Count();
+        ReadFileFormatFull(fileName);
+        if (Count() == before) ReadFileFormatSimple(fileName);
+        TestForMultipleCameras();
+    });
     return 1;
 }
 
@@ -92,8 +93,7 @@ long ZoCameraList::ReadFormatFull(ZoReaderObject* object) {
 }
 
 long ZoCameraList::ReadFormatSimple(ZoReaderObject* object) {
-    object->GetReader()->GetParser().GetToken(eZoTokenBlockBegin);
-    object->ParseForToken();
+    zorv::detail::TakeBlockBegin(object);
     AddCamera(object, false);
     return 1;
 }

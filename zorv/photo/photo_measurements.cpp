@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 
+#include "zorv/core/bulk_change.h"
 #include "zorv/photo/photo.h"
 
 namespace {
@@ -68,15 +69,14 @@ void ZoPhoto::SetPhotoIdToMeasureList() {
 int ZoPhoto::CopyImoToMeasure(bool clear, const std::set<unsigned int>* ids) {
     if (clear) measureList.Destroy();
     int copied = 0;
-    measureList.SetNotify(false);
-    for (const ZoPoint* point = imoList.First(); point; point = point->NextConst()) {
-        if (ids && !ids->contains(point->GetId())) continue;
-        ZoPoint* const copy = measureList.Add(*point);
-        if (clear) copy->spare2 = AddressOf(point);
-        ++copied;
-    }
-    measureList.SetNotify(true);
-    measureList.NotifyChanged(nullptr, nullptr);
+    zorv::detail::BulkChange(measureList, [&] {
+        for (const ZoPoint* point = imoList.First(); point; point = point->NextConst()) {
+            if (ids && !ids->contains(point->GetId())) continue;
+            ZoPoint* const copy = measureList.Add(*point);
+            if (clear) copy->spare2 = AddressOf(point);
+            ++copied;
+        }
+    });
     return copied;
 }
 

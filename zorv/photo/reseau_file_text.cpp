@@ -95,8 +95,7 @@ long ZoReseauFile::ReadDigitalCameraFormat(ZoReaderObject* object) {
     int pixelHeight = 0;
     double width = 0.0;
     double height = 0.0;
-    object->GetReader()->GetParser().GetToken(eZoTokenBlockBegin);
-    object->ParseForToken();
+    zorv::detail::TakeBlockBegin(object);
     ZoStreamParser in = object->GetStreamParser();
     in >> readName >> readSubId >> readComment >> pixelWidth >> pixelHeight >> width >> height;
     name = readName;

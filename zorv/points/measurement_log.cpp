@@ -5,28 +5,10 @@
 #include <memory>
 #include <ostream>
 
+#include "zorv/core/bulk_change.h"
 #include "zorv/core/path_tools.h"
 #include "zorv/core/platform/files.h"
 #include "zorv/core/reader.h"
-
-namespace {
-
-/// Holds a list's notifications back and ends with one changed event, whatever way the scope is left.
-class ChangeScope {
-  public:
-    explicit ChangeScope(ZoLogItemList& changing) : list(changing) { list.SetNotify(false); }
-    ~ChangeScope() {
-        list.SetNotify(true);
-        list.NotifyChanged(nullptr, nullptr);
-    }
-    ChangeScope(const ChangeScope&) = delete;
-    ChangeScope& operator=(const ChangeScope&) = delete;
-
-  private:
-    ZoLogItemList& list;
-};
-
-}  // namespace
 
 ZoLogItemList& ZoLogItemList::operator=(const ZoLogItemList& other) {
     if (this == &other) return *this;
@@ -50,13 +32,14 @@ int ZoLogItemList::ReadFile(const std::wstring& file) {
 }
 
 int ZoLogItemList::Read(ZoReaderObject* object) {
-    const ChangeScope scope(*this);
-    try {
-        for (;;)
-            Add(std::make_unique<ZoLogItem>(object).release());
-    } catch (const ZoParserStatus&) {
-        if (object->GetReader()->GetParser().GetToken().GetType() != eZoTokenBlockEnd) throw;
-    }
+    zorv::detail::BulkChange(*this, [&] {
+        try {
+            for (;;)
+                Add(std::make_unique<ZoLogItem>(object).release());
+        } catch (const ZoParserStatus&) {
+            if (object->GetReader()->GetParser().GetToken().GetType() != eZoTokenBlockEnd) throw;
+        }
+    });
     return 1;
 }
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "zorv/core/archive_list.h"
+#include "zorv/core/bulk_change.h"
 #include "zorv/points/point_list.h"
 
 namespace {
@@ -60,10 +61,7 @@ void ZoPoint::WriteV9(CZipWrapper* archive) const {
 }
 
 void ZoPointList::ReadV9(CZipWrapper* archive) {
-    SetNotify(false);
-    zorv::detail::ReadRecords(*this, archive, kSmallestRecord);
-    SetNotify(true);
-    NotifyChanged(nullptr, nullptr);
+    zorv::detail::BulkChange(*this, [&] { zorv::detail::ReadRecords(*this, archive, kSmallestRecord); });
 }
 
 void ZoPointList::WriteV9(CZipWrapper* archive) const {

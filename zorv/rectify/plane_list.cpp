@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "zorv/core/archive_list.h"
+#include "zorv/core/block_keywords.h"
+#include "zorv/core/bulk_change.h"
 #include "zorv/core/platform/files.h"
 #include "zorv/core/reader.h"
 #include "zorv/core/text_writer.h"
@@ -38,8 +40,7 @@ int ZoPlaneList::ReadFile(const std::wstring& fileName) {
 }
 
 long ZoPlaneList::Read50Plane(ZoReaderObject* object) {
-    object->GetReader()->GetParser().GetToken(eZoTokenBlockBegin);
-    object->ParseForToken();
+    zorv::detail::TakeBlockBegin(object);
     AddPlane(object);
     return 1;
 }
@@ -55,10 +56,7 @@ int ZoPlaneList::WriteFile(const std::wstring& fileName) const {
 }
 
 void ZoPlaneList::ReadV9(CZipWrapper* archive) {
-    SetNotify(false);
-    zorv::detail::ReadRecords(*this, archive, kSmallestRecord);
-    SetNotify(true);
-    NotifyChanged(nullptr, nullptr);
+    zorv::detail::BulkChange(*this, [&] { zorv::detail::ReadRecords(*this, archive, kSmallestRecord); });
 }
 
 void ZoPlaneList::WriteV9(CZipWrapper* archive) const {
