@@ -49,3 +49,13 @@ class ZoSortHelper {
     typename Index::iterator begin;
     int count = 0;  ///< nodes walked, duplicates included
 };
+
+namespace zorv::detail {
+
+/// A list that is only read, as a helper takes it: the helper hands out what it was given and changes nothing.
+template <class T>
+TZoListHeader<T>* ForLookups(const TZoListHeader<T>* list) {
+    return const_cast<TZoListHeader<T>*>(list);
+}
+
+}  // namespace zorv::detail

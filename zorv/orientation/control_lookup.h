@@ -15,11 +15,6 @@
 
 namespace zorv::detail {
 
-/// A helper over a list that is only read: the helper hands out what it was given and changes nothing.
-inline ZoSortHelper<ZoPoint> HelperOver(const ZoPointList* list) {
-    return ZoSortHelper<ZoPoint>(const_cast<ZoPointList*>(list));
-}
-
 /// What is wanted of each point of a list, by id and in one block of memory, for about as many lookups as there are
 /// points. Of points with one id the first counts. A Value is made from a point, and by default.
 ///

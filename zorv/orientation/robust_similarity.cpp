@@ -10,7 +10,7 @@
 namespace {
 
 using zorv::detail::ControlLookup;
-using zorv::detail::HelperOver;
+using zorv::detail::ForLookups;
 
 constexpr int kSmallestSample = 4;
 constexpr int kFewestAttempts = 12;
@@ -125,8 +125,8 @@ void ZoTrafo3d::RobustSplitLists(const ZoPointList& controls, const ZoPointList&
                                  ZoPointList& commonSources, ZoPointList& loneControls, ZoPointList& loneSources,
                                  ZoIdTable& commonIds, ZoBoundingBox3d& box) {
     // The first points of an id in both lists are a pair; further ones have no partner.
-    const ZoSortHelper<ZoPoint> controlsById = HelperOver(&controls);
-    const ZoSortHelper<ZoPoint> sourcesById = HelperOver(&source);
+    const ZoSortHelper<ZoPoint> controlsById(ForLookups(&controls));
+    const ZoSortHelper<ZoPoint> sourcesById(ForLookups(&source));
     ControlLookup findControl(controlsById);
     ControlLookup findSource(sourcesById);
     for (const ZoPoint* control = controls.First(); control; control = control->NextConst()) {

@@ -150,7 +150,7 @@ bool FindScale(double t1, double t2, double d, double& scale) {
 
 bool ZoTrafo3d::CalcByControlPoints(const ZoPointList* controls, const ZoPointList* source, int minPoints,
                                     bool unitScale) {
-    return CalcByControlPoints(zorv::detail::HelperOver(controls), source, minPoints, unitScale);
+    return CalcByControlPoints(ZoSortHelper<ZoPoint>(zorv::detail::ForLookups(controls)), source, minPoints, unitScale);
 }
 
 bool ZoTrafo3d::CalcByControlPoints(const ZoSortHelper<ZoPoint>& controls, const ZoPointList* source, int minPoints,

@@ -88,7 +88,7 @@ void ZoTrafo3d::FinishResiduals() {
 }
 
 bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const ZoPointList* controls, bool sortById) {
-    return Transform(result, source, zorv::detail::HelperOver(controls), sortById);
+    return Transform(result, source, ZoSortHelper<ZoPoint>(zorv::detail::ForLookups(controls)), sortById);
 }
 
 bool ZoTrafo3d::Transform(ZoPointList& result, const ZoPointList& source, const ZoSortHelper<ZoPoint>& controls,

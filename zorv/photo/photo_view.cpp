@@ -100,15 +100,13 @@ bool ZoPhoto::IsViewIntersect(const ZoPhoto& other, bool ifUnknown) const {
 
 bool ZoPhoto::IsInPhotoView(const ZoPoint& objectPoint, bool checkDirection) const {
     if (!IsActive() || !hasAOR) return false;
+    const ZoBikoTransform toBiko(this, eObjectToBiko, false);
     ZoPoint seen(objectPoint);
-    ConvertBiko(&seen, eObjectToBiko);
+    toBiko.Transform(&seen);
     ZoRegion region = GetBikoRegion();
     region.Sort();
     if (!region.Overlap(seen)) return false;
-    if (!checkDirection) return true;
-    const ZoVector axis = ZoVector(rotAOR[1][3], rotAOR[2][3], rotAOR[3][3]).Normalize();
-    const ZoVector towards = (posAOR - ZoVector(objectPoint.x, objectPoint.y, objectPoint.z)).Normalize();
-    return (axis + towards).Abs() >= 1.0;
+    return !checkDirection || toBiko.IsInPhotoView(objectPoint.x, objectPoint.y, objectPoint.z);
 }
 
 bool ZoPhoto::IsSamePointOfView(const ZoPhoto& other, double tolerance) const {
@@ -144,7 +142,7 @@ double ZoPhoto::Distance2(const ZoPoint& point) const {
 
 void ZoPhoto::CalcPhotoCooDistances(const ZoPhotoList* photos, const ZoPointList* coordinates) {
     if (!photos || !coordinates) return;
-    const ZoSortHelper<ZoPoint> known(const_cast<ZoPointList*>(coordinates));
+    const ZoSortHelper<ZoPoint> known(zorv::detail::ForLookups(coordinates));
     Distances best;
     bool waiting = false;
     for (ZoPhoto* photo = photos->First(); photo; photo = photo->Next()) {

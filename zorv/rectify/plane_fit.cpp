@@ -344,7 +344,7 @@ void ZoCalcPlane::CalcResiduals(ZoPointList* list) const {
         if (used && used->GetId() == point->GetId()) {
             used = used->NextConst();
         } else {
-            if (!byId) byId = std::make_unique<ZoSortHelper<ZoPoint>>(const_cast<ZoPointList*>(&usedPoints));
+            if (!byId) byId = std::make_unique<ZoSortHelper<ZoPoint>>(zorv::detail::ForLookups(&usedPoints));
             same = byId->Find(point->GetId());
         }
         if (same) SetDifferences(*point, same->dx, same->dy, same->dz);
