@@ -121,6 +121,7 @@
 #include "zorv/photo/photo_desc.h"
 #include "zorv/photo/photo_list.h"
 #include "zorv/photo/photo_rotation.h"
+#include "zorv/photo/region_tiles.h"
 #include "zorv/photo/reseau_descriptor.h"
 #include "zorv/photo/reseau_file.h"
 #include "zorv/photo/reseau_file_list.h"

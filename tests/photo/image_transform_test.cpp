@@ -10,6 +10,7 @@
 
 #include "zorv/math/point3d.h"
 #include "zorv/photo/photo.h"
+#include "zorv/photo/region_tiles.h"
 
 namespace {
 

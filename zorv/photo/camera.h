@@ -139,7 +139,6 @@ class ZORV_API ZoCamera : public TZoFlagNode<ZoCamera> {
     /// ZoParserStatus, with the values before the offending token taken.
     long Read(ZoReaderObject* object);
     /// Keyword form, up to the end of the block, in any order. A camera without an RM gets the rmax 2.1 r0. Returns 1.
-    /// A keyword without a block leaves this camera as a target of the reader, which it must outlive then.
     long ReadFullData(ZoReaderObject* object);
     /// These three write with 17 significant digits; not-a-number and infinity become 0.
     std::ostream& Write(std::ostream& stream) const;

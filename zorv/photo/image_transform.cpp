@@ -1,21 +1,16 @@
 #include "zorv/photo/image_transform.h"
 
-#include <algorithm>
 #include <cmath>
 
-#include "zorv/core/number_cast.h"
 #include "zorv/math/point3d.h"
 #include "zorv/photo/photo.h"
+#include "zorv/photo/reseau_matrix.h"
+
+using zorv::detail::MatrixOf;
 
 namespace {
 
 constexpr double kSmallestDepth = 1e-8;  // in the place of a depth of 0
-
-ZoMatrix MatrixOf(const ZoReseauTrafo& trafo) {
-    ZoMatrix m(3, 3);
-    trafo.BuildMatrix(&m);
-    return m;
-}
 
 ZoMatrix Inverted(ZoMatrix m) {
     m.Invert();
@@ -83,11 +78,6 @@ void Project(const ZoPhoto& photo, double* x, double* y, double* z) {
     *z = 0.0;
 }
 
-int ClampedTile(double index, double count) {
-    return std::clamp(zorv::detail::SaturatedInt(std::floor(index)), 0,
-                      std::max(zorv::detail::SaturatedInt(count) - 1, 0));
-}
-
 }  // namespace
 
 void ZoBikoTransform::Set(const ZoPhoto* source, eConvertBikoMode conversion, bool flipDigi) {
@@ -126,37 +116,38 @@ bool ZoBikoTransform::Transform(double* x, double* y, double* z) const {
         *y = height - *y;
         return good && *x >= 1 && *y >= 1 && *x < width - 1 && *y < height - 1;
     };
-    const auto polyMain = [&] {
-        if (poly) mainTrafo.Transform(x, y);
-    };
     const auto polyInverse = [&] {
         if (poly) polyInvTrafo.Transform(x, y);
+    };
+    const auto digiToBiko = [&] {
+        flipRows();
+        matrix.PTrans2D(x, y);
+        if (poly) mainTrafo.Transform(x, y);
+    };
+    const auto bikoToDigi = [&] {
+        polyInverse();
+        matrix.PTrans2D(x, y);
+        flipRows();
     };
     switch (mode) {
         case eDigiToPre:
             matrix.PTrans2D(x, y);
             return true;
         case eDigiToBiko:
-            flipRows();
-            matrix.PTrans2D(x, y);
-            polyMain();
+            digiToBiko();
             return true;
         case ePreToBiko:
             poly ? mainTrafo.Transform(x, y) : matrix.PTrans2D(x, y);
             return true;
         case eDigiToImage:
-            flipRows();
-            matrix.PTrans2D(x, y);
-            polyMain();
+            digiToBiko();
             camera.Adjust(x, y);
             return true;
         case eBikoToImage:
             camera.Adjust(x, y);
             return true;
         case eBikoToDigi:
-            polyInverse();
-            matrix.PTrans2D(x, y);
-            flipRows();
+            bikoToDigi();
             return true;
         case ePreToDigi:
             matrix.PTrans2D(x, y);
@@ -170,9 +161,7 @@ bool ZoBikoTransform::Transform(double* x, double* y, double* z) const {
             return true;
         case eImageToDigi:
             camera.InvAdjust(x, y);
-            polyInverse();
-            matrix.PTrans2D(x, y);
-            flipRows();
+            bikoToDigi();
             return true;
         case eObjectToImage:
             Project(*photo, x, y, z);
@@ -219,20 +208,4 @@ bool ZoBikoTransform::IsInPhotoView(double x, double y, double z) const {
     if (!photo) return false;
     const ZoVector towards = (photo->posAOR - ZoVector(x, y, z)).Normalize();
     return (viewDirection + towards).Abs() >= 1.0;
-}
-
-ZoPhotoRegionTiles::ZoPhotoRegionTiles(const ZoPhoto* photo, int columnCount, int rowCount) {
-    if (!photo) return;
-    const ZoRegion& region = photo->GetBikoRegion();
-    width = region.Width();
-    height = region.Height();
-    halfWidth = width / 2;
-    halfHeight = height / 2;
-    columns = columnCount;
-    rows = rowCount;
-}
-
-void ZoPhotoRegionTiles::GetFieldIndex(int& column, int& row, const ZoPoint* point) const {
-    column = ClampedTile((point->x + halfWidth) * columns / width, columns);
-    row = ClampedTile((point->y + halfHeight) * rows / height, rows);
 }

@@ -9,7 +9,7 @@
 #include "zorv/core/number_cast.h"
 #include "zorv/core/path_tools.h"
 #include "zorv/core/string_tools.h"
-#include "zorv/photo/photo_list.h"
+#include "zorv/photo/region_of_interest.h"
 
 const char* const ZoPhoto::gpDesc = "ZoPhoto";
 
@@ -45,7 +45,6 @@ ZoPhoto::~ZoPhoto() {
 }
 
 void ZoPhoto::Init() {
-    static const eZoPointRWMask kRegionColumns[] = {eZoRWId, eZoRWX, eZoRWY, eZoRWDx, eZoRWDy, eZoRWEnd};
     comment.clear();
     activeFlag = 1;
     layer = 0;
@@ -71,7 +70,7 @@ void ZoPhoto::Init() {
     minCooDistance = maxCooDistance = meanCooDistance = 0.0;
     cooDistanceCount = 0;
     tpsSetupId.clear();
-    regionOfInterest.SetMask(kRegionColumns);
+    regionOfInterest.SetMask(zorv::detail::kRegionOfInterestColumns);
     lastError = 0;
     ResetImoStat();
 }
@@ -219,21 +218,4 @@ void ZoPhoto::DelAttribute(const std::wstring& attributeName) {
 
 void ZoPhoto::DelAttribute(ZoAttribute* attribute) {
     delete SubtractAttribute(attribute);
-}
-
-ZoPhoto* ZoPhotoList::FindWithCameraId(unsigned int cameraId) const {
-    for (ZoPhoto* photo = First(); photo; photo = photo->Next()) {
-        if (photo->camera.GetId() == cameraId) return photo;
-    }
-    return nullptr;
-}
-
-void ZoPhotoList::ClearNeighbourPhotosMap() {
-    for (ZoPhoto* photo = First(); photo; photo = photo->Next())
-        photo->neighbourPhotos.clear();
-}
-
-void ZoPhotoList::ClearVWS_PhotoId_CommonImo() {
-    for (ZoPhoto* photo = First(); photo; photo = photo->Next())
-        photo->commonImoByPhoto.clear();
 }

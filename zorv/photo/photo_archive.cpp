@@ -1,16 +1,9 @@
-// The archive forms of a photo and of the list of photos.
+// The archive form of a photo.
 
-#include "zorv/core/archive_list.h"
+#include "zorv/core/archive.h"
 #include "zorv/core/shaped_value.h"
 #include "zorv/photo/photo.h"
-#include "zorv/photo/photo_list.h"
-
-namespace {
-
-/// The scalars of a record and nothing of its nested ones.
-constexpr std::size_t kSmallestRecord = 4 + 2 + 4 + 2 + 3 * 4 + 1 + 2 * 8 + 2 * 4;
-
-}  // namespace
+#include "zorv/photo/photo_geometry.h"
 
 void ZoPhoto::ReadV9(CZipWrapper* archive) {
     ZoObject::ReadV9(archive);
@@ -43,7 +36,7 @@ void ZoPhoto::ReadV9(CZipWrapper* archive) {
     archive->Read(&tpsSetupId);
     pixelHeight = 0;
     fieldOfView.valid = false;
-    if (camera.rmax == 0.0) camera.rmax = GetMaxBikoRadius();
+    zorv::detail::GiveReach(*this);
 }
 
 void ZoPhoto::WriteV9(CZipWrapper* archive) const {
@@ -75,20 +68,4 @@ void ZoPhoto::WriteV9(CZipWrapper* archive) const {
     archive->WriteValue(screenScale);
     archive->WriteValue(screenFlags);
     archive->Write(tpsSetupId);
-}
-
-long ZoPhotoList::AddPhoto(ZoReaderObject* object) {
-    Add(std::make_unique<ZoPhoto>(object).release());
-    return 1;
-}
-
-void ZoPhotoList::ReadV9(CZipWrapper* archive) {
-    SetNotify(false);
-    zorv::detail::ReadRecords(*this, archive, kSmallestRecord);
-    SetNotify(true);
-    NotifyChanged(nullptr, nullptr);
-}
-
-void ZoPhotoList::WriteV9(CZipWrapper* archive) const {
-    zorv::detail::WriteRecords(*this, archive);
 }

@@ -4,18 +4,17 @@
 
 #include "zorv/core/number_cast.h"
 #include "zorv/photo/photo.h"
+#include "zorv/photo/photo_geometry.h"
+#include "zorv/photo/reseau_matrix.h"
+
+using zorv::detail::GiveReach;
+using zorv::detail::MatrixOf;
 
 namespace {
 
 constexpr double kEmptyWidth = 1e-10;   // mm
 constexpr double kPixelProbe = 5.0;     // mm
 constexpr double kReachOverHalf = 1.1;  // of the diagonal, so that corners of a slightly shifted image are in reach
-
-ZoMatrix MatrixOf(const ZoReseauTrafo& trafo) {
-    ZoMatrix m(3, 3);
-    trafo.BuildMatrix(&m);
-    return m;
-}
 
 ZoMatrix Diagonal(double x, double y) {
     ZoMatrix m(3, 3);
@@ -46,27 +45,26 @@ double PixelSizeAlong(const ZoPhoto& photo, double x, double y) {
 void ZoPhoto::SetCamera(const ZoCamera& newCamera, bool fromClassic) {
     if (&newCamera != &camera) camera.DeleteCamPair();
     camera = newCamera;
-    if (camera.rmax == 0.0) camera.rmax = GetMaxBikoRadius();
+    GiveReach(*this);
     camera.CreateLibAutoCam(this, fromClassic);
-    if (camera.rmax == 0.0) camera.rmax = GetMaxBikoRadius();
 }
 
 void ZoPhoto::SetCamera(const ZoCamera* newCamera, bool fromClassic) {
     if (newCamera) {
         SetCamera(*newCamera, fromClassic);
-    } else if (camera.rmax == 0.0) {
-        camera.rmax = GetMaxBikoRadius();
+    } else {
+        GiveReach(*this);
     }
 }
 
 void ZoPhoto::SetCamera(const ZorvLibAuto::Camera* newCamera) {
     if (newCamera) camera.SetFromLibAuto(newCamera, this);
-    if (camera.rmax == 0.0) camera.rmax = GetMaxBikoRadius();
+    GiveReach(*this);
 }
 
 void ZoPhoto::CreateAutoLibCamera() {
     camera.CreateLibAutoCam(this, true);
-    if (camera.rmax == 0.0) camera.rmax = GetMaxBikoRadius();
+    GiveReach(*this);
 }
 
 void ZoPhoto::SetZorvLibAutoDataFromInternalData() {

@@ -19,4 +19,8 @@ std::optional<PhotoGeometry> GeometryOf(ZoPhoto* photo) {
     return geometry;
 }
 
+void GiveReach(ZoPhoto& photo) {
+    if (photo.camera.rmax == 0.0) photo.camera.rmax = photo.GetMaxBikoRadius();
+}
+
 }  // namespace zorv::detail

@@ -23,4 +23,7 @@ struct PhotoGeometry {
 /// Nothing for null.
 std::optional<PhotoGeometry> GeometryOf(ZoPhoto* photo);
 
+/// Gives the photo's camera a reach where it has none: as far as the image goes.
+void GiveReach(ZoPhoto& photo);
+
 }  // namespace zorv::detail

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "zorv/photo/photo.h"
+#include "zorv/photo/reseau_matrix.h"
 
 namespace {
 
@@ -27,8 +28,6 @@ void ZoRotatePhotoBase::AdjustReseauOrElspTrafo(int, int rotationIndex) {
     turn[1][1] = turn[2][2] = std::cos(angle);
     turn[2][1] = std::sin(angle);
     turn[1][2] = -turn[2][1];
-    ZoMatrix preMatrix(3, 3);
-    photo->preTrafo.BuildMatrix(&preMatrix);
 
     // The pixel of the Pre origin keeps its place relative to the centre of the image, which turns.
     ZoPoint preOrigin;
@@ -46,7 +45,7 @@ void ZoRotatePhotoBase::AdjustReseauOrElspTrafo(int, int rotationIndex) {
     double x = newCentre.x + sign * dx;
     double y = newCentre.y + sign * dy;
 
-    const ZoMatrix turned = turn * preMatrix;
+    const ZoMatrix turned = turn * zorv::detail::MatrixOf(photo->preTrafo);
     turned.PTrans2D(&x, &y);
     ZoMatrix shift(3, 3);
     shift.SetIdent();

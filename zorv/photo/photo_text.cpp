@@ -9,6 +9,8 @@
 #include "zorv/core/number_format.h"
 #include "zorv/core/string_tools.h"
 #include "zorv/photo/photo.h"
+#include "zorv/photo/photo_geometry.h"
+#include "zorv/photo/region_of_interest.h"
 
 namespace {
 
@@ -28,11 +30,10 @@ void TakeUserData(const std::string& text, std::int32_t& page, std::int32_t& tur
 }  // namespace
 
 int ZoPhoto::Read(ZoReaderObject* object) {
-    static const eZoPointRWMask kRegionColumns[] = {eZoRWId, eZoRWX, eZoRWY, eZoRWDx, eZoRWDy, eZoRWEnd};
     bool checkActive = false;
     std::string userData;
     rotAOR.SetIdent();
-    regionOfInterest.SetMask(kRegionColumns);
+    regionOfInterest.SetMask(zorv::detail::kRegionOfInterestColumns);
 
     BlockKeywords keywords(object);
     keywords.Call("PHOTOID", [this](ZoReaderObject* value) { ZoObject::Read(value); })
@@ -91,7 +92,7 @@ int ZoPhoto::Read(ZoReaderObject* object) {
     }
     pixelHeight = 0;
     fieldOfView.valid = false;
-    if (camera.rmax == 0.0) camera.rmax = GetMaxBikoRadius();
+    zorv::detail::GiveReach(*this);
     return 1;
 }
 
