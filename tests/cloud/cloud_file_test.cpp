@@ -1,4 +1,3 @@
-#include <csignal>
 #include <cstring>
 #include <optional>
 
@@ -7,7 +6,6 @@
 #include "tests/support/recorded_log.h"
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include "zorv/cloud/cloud_buffer.h"
 #include "zorv/cloud/cloud_container.h"
@@ -214,24 +212,6 @@ TEST(CloudFile, WhatIsNoSuchFileChangesNothing) {
     EXPECT_TRUE(read.container.Read(folder.Name("a.zoptc"), read.result));
     EXPECT_EQ(read.container.clouds.Last()->GetId(), 2u) << "behind what is there";
     EXPECT_EQ(read.container.box.GetCount(), 2u);
-}
-
-TEST(CloudFile, AFullDiskLeavesTheFormerFile) {
-    ReadBack read(Head("01000000") + WallBytes());
-    const std::string former = read.folder.Read("a.zoptc");
-    for (int i = 0; i < 100; ++i)
-        read.container.First()->AddPoint(ZoScanPoint3d());
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-    const rlimit few{1000, limit.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &few);
-    const int written = read.container.Write(read.folder.Name("a.zoptc"));
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(written, 0);
-    EXPECT_EQ(read.folder.Read("a.zoptc"), former);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(read.folder.path), {}), 1) << "nothing beside it";
 }
 
 TEST(CloudFile, LyingCountsCostNoMemory) {

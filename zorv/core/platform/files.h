@@ -14,7 +14,8 @@ std::filesystem::path NativePath(const std::wstring& path);
 std::wstring WidePath(const std::filesystem::path& path);
 
 /// A new file that takes the place of an old one only when it is complete: bytes go to a file beside the target,
-/// Commit renames it. Without a successful Commit the old file stays as it was and nothing is left beside it.
+/// Commit renames it. Without a successful Commit the old file stays as it was and nothing is left beside it. An old
+/// file that is write-protected stays as well.
 class FileReplacement {
   public:
     /// Opens in binary mode with the classic locale. Failure shows in the stream's state.

@@ -1,7 +1,10 @@
 #include <atomic>
+#include <cerrno>
+#include <climits>
 #include <locale>
 #include <system_error>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,18 +35,44 @@ std::filesystem::path Resolve(const std::filesystem::path& path) {
     return error ? path : resolved;
 }
 
+/// Makes a file with a name of its own beside the target: neither somebody else's nor what a killed process left behind
+/// is touched. Empty when none can be made.
+std::filesystem::path MakeBeside(const std::filesystem::path& target) {
+    static std::atomic<unsigned int> serial{0};
+    for (;;) {
+        const std::string end = "." + std::to_string(::getpid()) + "-" + std::to_string(serial++) + ".tmp";
+        std::string name = target.filename().native();
+        if (name.size() + end.size() > NAME_MAX) {
+            std::size_t length = NAME_MAX - end.size();
+            while (length > 0 && (static_cast<unsigned char>(name[length]) & 0xc0) == 0x80)
+                --length;
+            name.resize(length);
+        }
+        std::filesystem::path beside = target.parent_path() / (name + end);
+        const int made = ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (made >= 0) {
+            ::close(made);
+            return beside;
+        }
+        if (errno != EEXIST) return {};
+    }
+}
+
+/// Whether there is nothing yet, or a file that may be written to. A directory, a device or a pipe cannot be replaced
+/// by a rename; a write-protected file could be, but its owner wants it kept.
+bool MayReplace(const std::filesystem::path& target) {
+    std::error_code error;
+    const auto status = std::filesystem::status(target, error);
+    if (!std::filesystem::exists(status)) return true;
+    return std::filesystem::is_regular_file(status) && ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
 }  // namespace
 
 FileReplacement::FileReplacement(const std::wstring& file) : target(Resolve(NativePath(file))) {
-    static std::atomic<unsigned int> serial{0};
-    beside = target;
-    beside += "." + std::to_string(::getpid()) + "-" + std::to_string(serial++) + ".tmp";
     stream.imbue(std::locale::classic());
-    // A directory, a device or a pipe cannot be replaced by a rename.
-    std::error_code error;
-    const auto status = std::filesystem::status(target, error);
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) return;
-    stream.open(beside, std::ios::binary | std::ios::trunc);
+    if (MayReplace(target)) beside = MakeBeside(target);
+    if (!beside.empty()) stream.open(beside, std::ios::binary | std::ios::trunc);
 }
 
 FileReplacement::~FileReplacement() {
