@@ -12,7 +12,8 @@ namespace zorv::detail {
 /// Archive form of a list: the number of records (8 bytes), then theirs.
 template <class T>
 void WriteRecords(const TZoListHeader<T>& list, CZipWrapper* archive) {
-    archive->WriteCount(static_cast<std::uint64_t>(list.Count()));
+    // A walk of its own, which takes time with a long list; the size does not depend on it.
+    archive->WriteCount(archive->sizing ? 0 : static_cast<std::uint64_t>(list.Count()));
     for (const T* record = list.First(); record; record = static_cast<const T*>(record->next))
         record->WriteV9(archive);
 }

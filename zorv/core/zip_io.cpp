@@ -86,6 +86,15 @@ bool MemorySink::Grow(std::size_t size) {
     return true;
 }
 
+char* MemorySink::RoomAhead(std::uint64_t place, std::size_t& size) {
+    if (given || place >= limit) return nullptr;
+    const auto start = static_cast<std::size_t>(place);
+    const std::size_t room = std::min(size, limit - start);
+    if (!Grow(start + room)) return nullptr;
+    size = room;
+    return Data() + start;
+}
+
 bool MemorySink::Write(const void* data, std::size_t size) {
     if (size > limit - position || !Grow(position + size)) return false;
     if (size > 0) std::memcpy(Data() + position, data, size);

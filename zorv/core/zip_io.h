@@ -45,6 +45,9 @@ class MemorySink final : public ZipSink {
     std::size_t Limit() const { return limit; }
     /// Makes room for that many bytes, at most the limit, at once.
     bool Grow(std::size_t size);
+    /// Room behind the end, from `place` on, for up to `size` bytes; `size` becomes what the limit leaves. What is put
+    /// there is part of the ZIP once it is written. Null in a caller's block, and where there is no room.
+    char* RoomAhead(std::uint64_t place, std::size_t& size);
 
   private:
     struct Free {

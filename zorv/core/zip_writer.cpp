@@ -25,6 +25,7 @@ constexpr unsigned int kUtf8Names = 1U << 11;
 
 // Sizes of the container's records without names.
 constexpr std::uint64_t kLocalHeader = 30;
+constexpr std::uint64_t kLargeExtra = 20;  // sizes of 64 bits behind the name
 constexpr std::uint64_t kDirectoryEntry = 46;
 constexpr std::uint64_t kDirectoryEnd = 22;
 constexpr std::uint64_t kDirectoryEnd64 = 56 + 20;
@@ -125,11 +126,23 @@ eZoZipResult ZipWriter::AddBytes(const wchar_t* name, const void* data, std::siz
     const std::uint32_t crc = Crc32(0, data, size);
     item.large = size >= kLargeItem;
     if (size > 1) {
-        const auto packed = std::make_unique_for_overwrite<char[]>(size - 1);
-        ExpectFullUse(packed.get(), size - 1);
-        if (const std::size_t packedSize = deflater.Pack(data, size, packed.get(), size - 1)) {
+        // In memory the item is packed where it will lie: fresh memory for many megabytes costs as much as copying
+        // them. minizip then moves it onto itself, if at all towards the beginning.
+        std::size_t room = size - 1;
+        std::unique_ptr<char[]> own;
+        char* packed = nullptr;
+        if (memory) {
+            const std::uint64_t header = kLocalHeader + item.name.size() + (item.large ? kLargeExtra : 0);
+            packed = memory->RoomAhead(memory->End() + header, room);
+        }
+        if (!packed) {
+            own = std::make_unique_for_overwrite<char[]>(room);
+            packed = own.get();
+            ExpectFullUse(packed, room);
+        }
+        if (const std::size_t packedSize = deflater.Pack(data, size, packed, room)) {
             item.packed = true;
-            return AddWhole(item, packed.get(), packedSize, crc, size);
+            return AddWhole(item, packed, packedSize, crc, size);
         }
     }
     return AddWhole(item, data, size, crc, size);
