@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const InputFile file;
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     std::vector<Xyz> expected;
-    for (std::size_t at = 0; at < size;) {
+    for (std::size_t at = FirstLine(bytes); at < size;) {
         const std::size_t end = std::min(bytes.find('\n', at), size);
         const std::string line = bytes.substr(at, end - at);
         Xyz xyz;

@@ -24,6 +24,11 @@ struct Container : ZoPointCloudContainer {
     using ZoPointCloudContainer::ReadXYZFile;
 };
 
+/// Where the first line begins: a byte order mark is no part of it.
+inline std::size_t FirstLine(const std::string& bytes) {
+    return bytes.starts_with("\xef\xbb\xbf") ? 3 : 0;
+}
+
 struct Xyz {
     double value[3] = {0.0, 0.0, 0.0};
 };

@@ -9,7 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const InputFile file;
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     std::vector<Xyz> expected;
-    for (std::size_t at = 0, end; (end = bytes.find('\n', at)) != bytes.npos; at = end + 1) {
+    for (std::size_t at = FirstLine(bytes), end; (end = bytes.find('\n', at)) != bytes.npos; at = end + 1) {
         Xyz xyz;
         Fields(bytes.substr(at, end - at), " \t", xyz);
         expected.push_back(xyz);

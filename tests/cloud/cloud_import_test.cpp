@@ -122,7 +122,7 @@ TEST(CloudImport, FieldsOfAPtsLineTellWhatItIs) {
         {"a byte order mark",
          "\xef\xbb\xbf"
          "1 2 3\n4 5 6\n",
-         "0 2 3 0 0 0 0\n4 5 6 0 0 0 0\n", 1},
+         "1 2 3 0 0 0 0\n4 5 6 0 0 0 0\n", 1},
         {"decimal commas", "1,5 2,5 3,5 0 1 2 3\n", "1 2 3 1 2 3 128\n"},
         {"words", "here lie points\n", "0 0 0 0 0 0 0\n", 1},
         {"a zero in the line", "1 2 3\0 4 5 6\n1 2\0 3\n\0\n7 8 9\n"s, "1 2 3 0 0 0 0\n7 8 9 0 0 0 0\n", 1},

@@ -42,8 +42,6 @@ class PlyFormat {
     static bool ReadPlain(const char*&, ZoScanPoint3d&) { return false; }
 
     CloudLine Read(std::string_view line, ZoScanPoint3d& point) {
-        // A carriage return is part of the line's end, no field.
-        if (line.ends_with('\r')) line.remove_suffix(1);
         std::string_view fields[kVertexFields];
         std::string_view last;
         std::uint64_t count = 0;

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "zorv/core/platform/files.h"
+#include "zorv/core/text_conversion.h"
 
 namespace zorv::detail {
 
@@ -74,6 +75,7 @@ TextBlocks::TextBlocks(std::istream& stream) : input(&stream) {
 
 bool TextBlocks::Next(std::string_view& block) {
     const bool plain = input || handle;
+    if (position == 0) PassByteOrderMark();
     if (!(plain ? NextOfReads() : NextOfView())) {
         current = {};
         return false;
@@ -81,6 +83,17 @@ bool TextBlocks::Next(std::string_view& block) {
     position += current.size();
     block = current;
     return true;
+}
+
+void TextBlocks::PassByteOrderMark() {
+    if (input || handle) {
+        while (filled < kByteOrderMark.size() && Fill()) {
+        }
+    }
+    const std::string_view start = input || handle ? std::string_view(buffer.data(), filled) : view;
+    if (!start.starts_with(kByteOrderMark)) return;
+    position = kByteOrderMark.size();
+    next = kByteOrderMark.size();
 }
 
 bool TextBlocks::NextOfView() {

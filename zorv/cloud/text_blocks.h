@@ -13,7 +13,7 @@
 namespace zorv::detail {
 
 /// Hands out a text in blocks of whole lines: of a file in memory without a copy, or in plain reads where the system
-/// gives no view of it. Nothing is dropped, a byte order mark no more than a carriage return.
+/// gives no view of it. Only a UTF-8 byte order mark in front of it is dropped; carriage returns stay.
 ///
 /// Plain reads take memory for a few times the longest line.
 class TextBlocks {
@@ -41,6 +41,7 @@ class TextBlocks {
     std::uint64_t LinesFrom(const char* at) const;
 
   private:
+    void PassByteOrderMark();
     bool NextOfView();
     bool NextOfReads();
     bool Fill();

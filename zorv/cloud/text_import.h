@@ -23,7 +23,7 @@ enum class CloudLine {
 };
 
 /// Imports a cloud whose points stand in lines of text. A format has
-/// - `CloudLine Read(std::string_view line, ZoScanPoint3d& point)`: any line, without its line feed;
+/// - `CloudLine Read(std::string_view line, ZoScanPoint3d& point)`: any line, without its line end, LF or CR LF;
 /// - `bool ReadPlain(const char*& at, ZoScanPoint3d& point)`: takes the line at hand, which a line feed ends, and moves
 ///   to the next one when it is of the usual kind; its result is that of Read;
 /// - `std::uint64_t told`: the count of the last line of that kind;
@@ -46,7 +46,9 @@ std::unique_ptr<ZoPointCloud> ImportText(TextBlocks& text, Format& format, const
                 const std::size_t lineFeed = block.find('\n', static_cast<std::size_t>(begin - block.data()));
                 const char* const lineEnd = lineFeed == block.npos ? end : block.data() + lineFeed;
                 at = lineEnd == end ? end : lineEnd + 1;
-                const CloudLine kind = format.Read({begin, static_cast<std::size_t>(lineEnd - begin)}, point);
+                std::string_view line(begin, static_cast<std::size_t>(lineEnd - begin));
+                if (line.ends_with('\r')) line.remove_suffix(1);
+                const CloudLine kind = format.Read(line, point);
                 if (kind == CloudLine::kEnd) return builder.Finish();
                 if (kind == CloudLine::kCount && builder.IsEmpty())
                     builder.TryReserve(std::min(format.told, mostFrom(at)));

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "zorv/core/number_format.h"
+#include "zorv/core/text_conversion.h"
 
 namespace {
 
@@ -28,8 +29,6 @@ constexpr std::array<unsigned char, 256> kKinds = MakeKinds();
 
 // As many digits always fit into 32 bits.
 constexpr int kSafeDigits = 9;
-
-constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 
 unsigned char Byte(char c) {
     return static_cast<unsigned char>(c);
@@ -142,7 +141,9 @@ void ZoParser::ReadLine(std::istream& stream) {
     if (length > 0 && lineBuffer[length - 1] == '\r') lineBuffer[length - 1] = 0;
     if (length == kLineSize - 1 && stream.fail()) AcceptCarriageReturn(stream);
     cursor = lineBuffer;
-    if (status.line == 0 && std::strncmp(lineBuffer, kByteOrderMark, 3) == 0) cursor += 3;
+    using zorv::detail::kByteOrderMark;
+    if (status.line == 0 && std::strncmp(lineBuffer, kByteOrderMark.data(), kByteOrderMark.size()) == 0)
+        cursor += kByteOrderMark.size();
     tokenStart = cursor;
     CountUp(status.line);
 }

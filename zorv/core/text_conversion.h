@@ -18,6 +18,9 @@ ZORV_API std::string wstring2string(const wchar_t* text, bool ansi = false);
 
 namespace zorv::detail {
 
+/// What some editors put in front of UTF-8.
+inline constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+
 /// Appends the text as UTF-16LE bytes, surrogate pairs included and without a terminator.
 void AppendUtf16Le(std::string& bytes, std::wstring_view text);
 

@@ -8,13 +8,13 @@
 #include <utility>
 
 #include "zorv/core/platform/files.h"
+#include "zorv/core/text_conversion.h"
 
 namespace zorv::detail {
 
 namespace {
 
 constexpr std::size_t kBlockSize = 256 * 1024;
-constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 
 }  // namespace
 

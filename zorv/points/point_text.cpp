@@ -174,7 +174,7 @@ short ZoPoint::SetAsControlFlag(int code) {
 
 int ZoPoint::Read(char* line, const Table& table) {
     if (!line) return 0;
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    using zorv::detail::kByteOrderMark;
     std::string_view text(line);
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     while (text.ends_with('\r') || text.ends_with('\n'))
