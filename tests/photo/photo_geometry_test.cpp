@@ -345,8 +345,8 @@ TEST(PhotoGeometry, PhotosAreComparedByWhereTheyStandAndLook) {
     EXPECT_TRUE(photo.IsSamePointOfView(other, 0));
     EXPECT_FALSE(other.IsSamePointOfView(photo, 100));
     EXPECT_TRUE(photo.IsSamePointOfView(ZoPhoto(1), 0));
-    other.SetRotAOR(1.5, 0, 0);
-    EXPECT_NEAR(photo.CalcAngle(other), 1.5, kDigits);
+    other.SetRotAOR(1.6, 0, 0);
+    EXPECT_NEAR(photo.CalcAngle(other), 1.6, kDigits);
     EXPECT_FALSE(photo.IsLookingInSameDirection(other));
     other.SetAOR(photo);
     EXPECT_TRUE(photo.IsLookingInSameDirection(other) && photo.Distance(other) == 0 && !other.HasAOR());

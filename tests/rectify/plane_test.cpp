@@ -93,13 +93,6 @@ TEST(PlaneList, FileHasOneBlockALine) {
               "{    1 \"Wall\"                     0                     0                     1"
               "                   2.5}\n");
 
-    list.First()->A() = -std::numeric_limits<double>::infinity();
-    list.Add(wall);
-    EXPECT_EQ(list.WriteFile(folder.Name("infinite.txt")), 2);
-    const ZoPlaneList read(folder.Name("infinite.txt"));
-    ASSERT_EQ(read.Count(), 2);
-    EXPECT_EQ(read.First()->A(), 0);
-
     ZoPlaneList back(
         folder.Write("strange.txt", "{3 \"a \xC3\xB6\" 1 0.5 word -7}  ; made by hand\r\n{ 4 \"b\"\n1 2 3 4 }\n"));
     ASSERT_EQ(back.Count(), 2);
