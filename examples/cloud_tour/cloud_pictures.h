@@ -6,8 +6,7 @@
 #include "raster.h"
 #include <zorv/zorv.h>
 
-/// The cloud from above, the highest point in each cell in its colour, shaded by the slope towards the light in the
-/// north-west.
+/// The cloud from above in its colours, shaded by the slope towards the light in the north-west; about 800 pixels wide.
 Raster TopView(const ZoPointCloud& cloud);
 
 /// How many points lie at which height.

@@ -214,8 +214,7 @@ class Tour {
                     {"one plane through the cloud", planeFitted ? "fitted" : "no"},
                     {"points in the middle half", Count(selected)}});
         page.Section("From above");
-        const Raster view = TopView(cloud);
-        page.Picture(Name("_top.bmp"), view, L"The cloud from above", std::max(1, 800 / view.Width()));
+        page.Picture(Name("_top.bmp"), TopView(cloud), L"The cloud from above");
         const HeightHistogram heights(cloud);
         page.Section("Heights");
         std::string peaks = "Heights that stand out [m]:";

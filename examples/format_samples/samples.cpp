@@ -71,9 +71,14 @@ std::string HexDump(const std::string& bytes) {
         dump += field;
         std::string text;
         for (std::size_t i = 0; i < 16; ++i) {
-            std::snprintf(field, sizeof field, i < line.size() ? " %02x" : "   ", static_cast<unsigned char>(line[i]));
-            dump.append(i == 8 ? " " : "").append(field);
-            if (i < line.size()) text += line[i] >= ' ' && line[i] <= '~' ? line[i] : '.';
+            if (i == 8) dump += ' ';
+            if (i >= line.size()) {
+                dump += "   ";
+                continue;
+            }
+            std::snprintf(field, sizeof field, " %02x", static_cast<unsigned char>(line[i]));
+            dump += field;
+            text += line[i] >= ' ' && line[i] <= '~' ? line[i] : '.';
         }
         dump.append("  |").append(text).append("|\n");
     }

@@ -46,10 +46,9 @@ void ReportPage::Picture(const std::wstring& name, const std::string& svg, const
     body += HtmlLib::Image(name, title, L"", title, width, height) + HtmlLib::Break(1);
 }
 
-void ReportPage::Picture(const std::wstring& name, const Raster& raster, const std::wstring& title, int scale) {
-    picturesWritten = raster.WriteBmp(ZoMakeFilename(directory, name), scale) && picturesWritten;
-    body +=
-        HtmlLib::Image(name, title, L"", title, raster.Width() * scale, raster.Height() * scale) + HtmlLib::Break(1);
+void ReportPage::Picture(const std::wstring& name, const Raster& raster, const std::wstring& title) {
+    picturesWritten = raster.WriteBmp(ZoMakeFilename(directory, name)) && picturesWritten;
+    body += HtmlLib::Image(name, title, L"", title, raster.Width(), raster.Height()) + HtmlLib::Break(1);
 }
 
 bool ReportPage::Write(const std::wstring& name, const std::string& title) {

@@ -18,8 +18,8 @@ class ReportPage {
     void Table(const std::vector<std::vector<std::string>>& rows);
     /// Writes the picture beside the page and refers to it; sizes in pixels.
     void Picture(const std::wstring& name, const std::string& svg, const std::wstring& title, int width, int height);
-    /// The same for a raster, whose cells become squares of `scale` pixels.
-    void Picture(const std::wstring& name, const Raster& raster, const std::wstring& title, int scale);
+    /// The same for a raster, a pixel a cell.
+    void Picture(const std::wstring& name, const Raster& raster, const std::wstring& title);
 
     /// Writes page, style sheet and pictures; false when any of them failed.
     bool Write(const std::wstring& name, const std::string& title);
