@@ -80,6 +80,11 @@ TEST(ConvexHull, DegenerateInputsEndInDefinedHulls) {
     ExpectSame(ChansConvexHullAlgorithm({{3, 4}}), {{3, 4}});
     EXPECT_EQ(ChansConvexHullAlgorithm(Points(50, ZoPoint2d(3, 4))).size(), 1u);
     EXPECT_EQ(ChansConvexHullAlgorithm({{0, 0}, {10, 10}, {20, 20}, {30, 30}, {5, 5}}).size(), 2u);
+    // On a line, or nearly so, both ends count, wherever the groups cut it.
+    ExpectSame(ChansConvexHullAlgorithm({{100, 90}, {100, 50}, {100, 0}}), {{100, 0}, {100, 90}});
+    ExpectSame(ChansConvexHullAlgorithm({{100, 0}, {100, 120}, {100.001, 60}}), {{100, 0}, {100, 120}});
+    const Points path{{24, -445}, {340, 819}, {4, -525}, {124, -45}, {18, -469}, {-6, -565}};
+    ExpectSame(ChansConvexHullAlgorithm(path), {{-6, -565}, {340, 819}});
     // Turns below 1 count as collinear.
     EXPECT_LT(ChansConvexHullAlgorithm({{0.1, 0.1}, {0.9, 0.1}, {0.9, 0.9}, {0.1, 0.9}}).size(), 4u);
 

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "zorv/core/number_cast.h"
+#include "zorv/math/bounding_box2d.h"
 
 namespace {
 
@@ -147,7 +148,12 @@ Points MonotoneChain(Points points) {
     return hull;
 }
 
-/// Leaves out the vertices at which the hull does not turn under the truncated orientation, and repeated points.
+/// Whether the corner at `point` is not acute, which on one line means: between the others. Truncated as turns are.
+bool LiesBetween(const ZoPoint2d& before, const ZoPoint2d& point, const ZoPoint2d& after) {
+    return zorv::detail::SaturatedInt((before - point).dotProduct(after - point)) <= 0;
+}
+
+/// Leaves out the vertices at which the hull goes straight on under the truncated orientation, and repeated points.
 Points WithoutCollinear(Points hull) {
     for (bool changed = true; changed && hull.size() > 2;) {
         changed = false;
@@ -156,7 +162,8 @@ Points WithoutCollinear(Points hull) {
             const ZoPoint2d& before = hull[(i + n - 1) % n];
             const ZoPoint2d& after = hull[(i + 1) % n];
             // The lowest point stays: the result starts there.
-            if (i > 0 && (hull[i] == before || Orientation(before, hull[i], after) != 1)) {
+            const bool straight = Orientation(before, hull[i], after) != 1 && LiesBetween(before, hull[i], after);
+            if (i > 0 && (hull[i] == before || straight)) {
                 hull.erase(hull.begin() + static_cast<std::ptrdiff_t>(i));
                 changed = true;
             } else {
@@ -168,11 +175,17 @@ Points WithoutCollinear(Points hull) {
     return hull;
 }
 
-/// Whether the path is a hull of the points: no vertex twice and no point outside any of its edges.
+/// Whether the path is a hull of the points: no vertex twice, no point outside any of its edges or more than a unit
+/// beyond its extent. Edges on one line have no outside; a path along them has two vertices, if it is longer than a
+/// unit.
 bool IsHull(const Points& path, const Points& exactHull) {
+    ZoBoundingBox2d extent;
+    bool turns = false;
     for (std::size_t i = 0; i < path.size(); ++i) {
         const ZoPoint2d& a = path[i];
         const ZoPoint2d& b = path[(i + 1) % path.size()];
+        extent.Update(a.x, a.y);
+        turns = turns || Orientation(a, b, path[(i + 2) % path.size()]) != 0;
         for (std::size_t j = 0; j < i; ++j) {
             if (path[i] == path[j]) return false;
         }
@@ -180,7 +193,10 @@ bool IsHull(const Points& path, const Points& exactHull) {
             if (path.size() > 1 && Orientation(a, b, point) == -1) return false;
         }
     }
-    return !path.empty();
+    if (!turns && path.size() > 2 && std::max(extent.GetWidth(), extent.GetHeight()) >= 1.0) return false;
+    extent.Adjust(-1.0, 1.0, -1.0, 1.0);
+    return std::all_of(exactHull.begin(), exactHull.end(),
+                       [&extent](const ZoPoint2d& point) { return extent.Overlap(point.x, point.y, true); });
 }
 
 }  // namespace
