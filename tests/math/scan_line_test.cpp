@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -24,6 +25,8 @@ struct Span {
 
 class Spans : public ZoScanLine {
   public:
+    using ZoScanLine::CreateEdgeTable;
+    using ZoScanLine::ToEdgeTable;
     using ZoScanLine::ZoScanLine;
     bool Callback_Line() override {
         spans.push_back({iY + 1, dy, left, right});
@@ -102,6 +105,18 @@ TEST(ScanLine, StaysInsideItsTable) {
     EXPECT_FALSE(Spans(&empty, 10, 0.0, 10.0).Process());
     EXPECT_EQ(Spans(&beyond, -3, 0.0, 10.0).n, 1);
     EXPECT_FALSE(ZoScanLine().Process());
+
+    // What a subclass may do with the fields.
+    Spans own;
+    own.ToEdgeTable(std::make_unique<EdgeTableEntry>().release(), 0);
+    EXPECT_FALSE(own.Process()) << "there is no table yet";
+    own.polygon = &beyond;
+    own.n = -3;
+    own.step = 1.0;
+    ASSERT_TRUE(own.CreateEdgeTable());
+    own.n = 1000000;
+    ASSERT_TRUE(own.Process());
+    EXPECT_LE(own.spans.size(), 3u);
 }
 
 TEST(ScanLine, CopiesOwnTheirEdges) {

@@ -138,6 +138,7 @@ void ZoScanLine::CopyEdges(const ZoScanLine& other) {
 bool ZoScanLine::CreateEdgeTable() {
     if (!polygon || !polygon->First() || step == 0.0 || !std::isfinite(step)) return false;
     FreeEdges();
+    n = std::max(n, 1);
     edgeTable.resize(static_cast<std::size_t>(n) + 2, nullptr);
 
     const ZoPoint* const first = polygon->First();
@@ -179,9 +180,13 @@ bool ZoScanLine::CreateEdgeTable() {
     return true;
 }
 
+int ZoScanLine::LastLine() const {
+    return std::min(n, static_cast<int>(edgeTable.size()) - 1);
+}
+
 void ZoScanLine::ToEdgeTable(EdgeTableEntry* entry, int line) {
     std::unique_ptr<EdgeTableEntry> owned(entry);
-    if (!entry || line < 0 || line > n || entry->last < line) return;
+    if (!entry || line < 0 || line > LastLine() || entry->last < line) return;
     EdgeTableEntry::Insert(edgeTable[static_cast<std::size_t>(line)], owned.release());
 }
 
@@ -193,7 +198,7 @@ bool ZoScanLine::Process() {
     FreeChain(activeEdges);
     iY = static_cast<int>(begin - edgeTable.begin());
     dy = iY * step + y0;
-    for (; iY <= n; ++iY, dy += step) {
+    for (const int last = LastLine(); iY <= last; ++iY, dy += step) {
         if (EdgeTableEntry*& starting = edgeTable[static_cast<std::size_t>(iY)]) {
             EdgeTableEntry::InsertList(activeEdges, std::exchange(starting, nullptr));
         }

@@ -78,7 +78,7 @@ class ZORV_API ZoScanLine {
     double right = 0.0;
 
   protected:
-    /// False for a polygon without points and for a step that is 0 or not finite.
+    /// False for a polygon without points and for a step that is 0 or not finite. A number of steps below 1 becomes 1.
     bool CreateEdgeTable();
     /// Takes the entry over: into the table when its first line lies there and is not behind its last.
     void ToEdgeTable(EdgeTableEntry* entry, int line);
@@ -86,6 +86,8 @@ class ZORV_API ZoScanLine {
     void FixActitveEdgeTable();
 
   private:
+    /// n, or less where n was raised after the table was made; -1 without a table.
+    int LastLine() const;
     void FreeEdges();
     void CopyEdges(const ZoScanLine& other);
     void VisitSpans();
