@@ -1,5 +1,7 @@
 #include "site_position.h"
 
+#include <cmath>
+
 #include <zorv/zorv.h>
 
 std::vector<std::vector<std::string>> SitePositionTable(double latitude, double longitude, double altitude) {
@@ -19,7 +21,7 @@ std::vector<std::vector<std::string>> SitePositionTable(double latitude, double 
     // A strip about the nearest meridian that a multiple of three degrees gives.
     ZoGKSettings& grid = ZoGKSettings::Get();
     grid.active = true;
-    grid.meridian = DegMinSec(3.0 * static_cast<int>((longitude + 1.5) / 3.0));
+    grid.meridian = DegMinSec(3.0 * std::round(longitude / 3.0));
     grid.falseEasting = 500000.0;
     grid.falseNorthing = 0.0;
 
