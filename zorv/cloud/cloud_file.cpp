@@ -159,6 +159,7 @@ bool ZoScanPoint3d::Read(ZoFileBuffMemoryMap& buffer) {
 }
 
 void ZoScanPoint3d::Write(std::FILE* file) const {
+    if (!file) return;
     unsigned char record[kScanPointRecord];
     zorv::detail::EncodeScanPoint(*this, record);
     std::fwrite(record, 1, sizeof record, file);

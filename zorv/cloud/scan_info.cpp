@@ -47,6 +47,7 @@ bool ScanDataInfo::Read(ZoFileBuffMemoryMap& buffer) {
 }
 
 void ScanDataInfo::Write(std::FILE* file) const {
+    if (!file) return;
     std::string bytes;
     zorv::detail::AppendScanInfo(bytes, *this);
     std::fwrite(bytes.data(), 1, bytes.size(), file);

@@ -13,7 +13,7 @@ struct ZORV_API ScanDataInfo {
     /// Reads a record of a native cloud file. False, with all fields as they were, when it does not begin with its
     /// marker, which is passed over, or is cut off, which leaves nothing to read behind it.
     bool Read(ZoFileBuffMemoryMap& buffer);
-    /// Writes the record, 472 bytes.
+    /// Writes the record, 472 bytes. Null does nothing.
     void Write(std::FILE* file) const;
 
     std::uint32_t firstWord = 0;

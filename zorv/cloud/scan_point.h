@@ -79,7 +79,7 @@ class ZORV_API ZoScanPoint3d : public ZoPoint3d {
     /// Reads a record of a native cloud file. False, with the point as it was, when the record does not begin with its
     /// marker, which is passed over, or is cut off.
     bool Read(ZoFileBuffMemoryMap& buffer);
-    /// Writes the record, 58 bytes: neither w nor the false colour are part of it.
+    /// Writes the record, 58 bytes: neither w nor the false colour are part of it. Null does nothing.
     void Write(std::FILE* file) const;
     /// Writes one line of text: with `colorOnly` x y z red green blue, else x y z intensity red green blue, in columns
     /// when `aligned`. The intensity is in the range of PTS files, -2000 to 1984.
