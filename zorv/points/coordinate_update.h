@@ -12,7 +12,8 @@ class ZORV_API ZoCooListUpdateHelper {
   public:
     ZoCooListUpdateHelper() = default;
     explicit ZoCooListUpdateHelper(ZoPointList* target) : listToUpdate(target) {}
-    /// Copies have no observers. A move takes the points over and leaves the other lists empty.
+    /// A copy has no observers; an assignment takes over those of the other's lists, as lists do. A move takes
+    /// points and columns and leaves the other lists empty.
     ZoCooListUpdateHelper(const ZoCooListUpdateHelper&) = default;
     ZoCooListUpdateHelper(ZoCooListUpdateHelper&& other) noexcept;
     ZoCooListUpdateHelper& operator=(const ZoCooListUpdateHelper&) = default;
