@@ -43,7 +43,8 @@ class ZORV_API ZoDifftime {
     void Start();
     void Stop();
 
-    /// Seconds from start to stop, from weekday and time of day; 0 for a watch that was not stopped since its start.
+    /// Seconds from start to stop, or to the last CurrentValue when that came later, from weekday and time of day; 0
+    /// when neither came since the start.
     double Value() const;
     /// Seconds from start to now; the watch goes on.
     double CurrentValue();
