@@ -143,6 +143,8 @@ TEST(CadRectangle, FourthCornerCompletesTheRightAngle) {
     EXPECT_FALSE(ZoCadRectangle(&list, 0.0).IsOk());
     const ZoPointList degenerate = Points({{1, 1, 1}, {1, 1, 1}, {2, 0, 0}});
     EXPECT_EQ(ZoCadRectangle(&degenerate, 0.5).GetStatus(), 2);
+    const ZoPointList straight = Points({{1, 0, 0}, {0, 0, 0}, {-2, 0, 0}});
+    EXPECT_EQ(ZoCadRectangle(&straight, 2.0).GetStatus(), 2);
     EXPECT_EQ(ZoCadRectangle(nullptr, 0.5).GetStatus(), 1);
 }
 

@@ -34,7 +34,10 @@ int ZoCadRectangle::CalcRectangle(const ZoPointList* list, double tolerance) {
     if (!(std::fabs(cosine) < tolerance)) return 0;
 
     const ZoVector3d w = b / lengthB - (cosine / lengthA) * a;
-    b = lengthB * w / w.Norm();
+    const double lengthW = w.Norm();
+    // A tolerance beyond 1 lets sides on one line pass, and lengths beyond all numbers look perpendicular.
+    if (!(lengthW > 0.0)) return 0;
+    b = lengthB * w / lengthW;
     const ZoPoint3d fourth = p1 + a + b;
     result = ZoPoint(4, fourth.x(), fourth.y(), fourth.z(), 0);
     points.Add(result);

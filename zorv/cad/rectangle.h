@@ -11,7 +11,8 @@ class ZORV_API ZoCadRectangle {
     /// `tolerance` is what the cosine of the angle at P1 must stay below.
     ZoCadRectangle(const ZoPointList* list, double tolerance) { CalcRectangle(list, tolerance); }
 
-    /// 1 on success, 0 for fewer than three points, a side without length or an angle too far from a right one.
+    /// 1 on success, 0 for fewer than three points, a side without length, sides on one line or an angle too far
+    /// from a right one.
     int CalcRectangle(const ZoPointList* list, double tolerance);
 
     bool IsOk() const { return status == eZoCadOk; }
