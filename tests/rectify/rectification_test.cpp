@@ -183,10 +183,16 @@ TEST(Rectification, TextReadsBack) {
         wall.region.AddPoint(ZoPoint(0, std::sin(i), std::cos(i), 0, 0));
     wall.region.Points.Renumber(1, nullptr, 1);
     const std::string text = WrittenText(wall);
+    wall.region.mode = ZOPolygon2dId;
+    wall.bikoList.mode = ZOPolygon3d;
+    EXPECT_EQ(WrittenText(wall), text) << "the columns that are read, also where the host took over other polygons";
     ZoElspTrafo back;
+    back.region.mode = ZOPolygon2dId;
     back.SetActive(true);
     EXPECT_EQ(ReadBlock(text, [&](ZoReaderObject* object) { EXPECT_EQ(back.Read(object), 1); }), 0);
     EXPECT_FALSE(back.IsActive()) << "what a block leaves out is off";
+    wall.region.mode = ZOPolygon2d;
+    wall.bikoList.mode = ZOPolygon2dId;
     EXPECT_TRUE(ArchiveBytes(back) == ArchiveBytes(wall));
 }
 

@@ -8,6 +8,7 @@
 #include "zorv/core/block_writer.h"
 #include "zorv/core/shaped_value.h"
 #include "zorv/photo/photo.h"
+#include "zorv/rectify/polygon_block.h"
 #include "zorv/rectify/rectified_plane.h"
 
 namespace {
@@ -60,6 +61,7 @@ bool ZoElspPlaneInfo::Transform(ZoPoint* point) const {
 }
 
 int ZoElspPlaneInfo::Read(ZoReaderObject* object) {
+    range.mode = ZOPolygon2d;
     zorv::detail::BlockKeywords keywords(object);
     keywords.Record("PHOTOID", photoObject)
         .Record("ELSPID", elspObject)
@@ -74,7 +76,7 @@ std::ostream& ZoElspPlaneInfo::Write(std::ostream& stream) const {
     block.Record("PHOTOID", photoObject);
     block.Record("ELSPID", elspObject);
     block.Record("TRANSFORMATION", transformation);
-    if (range.First()) block.Record("ELSPRANGE", range);
+    zorv::detail::WritePolygon(block, "ELSPRANGE", range, ZOPolygon2d);
     return stream;
 }
 

@@ -5,11 +5,13 @@
 #include "zorv/core/archive_list.h"
 #include "zorv/core/block_keywords.h"
 #include "zorv/core/block_writer.h"
+#include "zorv/rectify/polygon_block.h"
 #include "zorv/rectify/rectification.h"
 
 namespace {
 
 using zorv::detail::ReadInBraces;
+using zorv::detail::WritePolygon;
 
 /// id, an empty name and flags, four shapes of matrices, and the fixed parts of three polygons, definition and camera.
 constexpr std::size_t kSmallestRecord = 4 + 2 + 4 + 4 * 8;
@@ -28,6 +30,7 @@ int ZoElspTrafo::Read(ZoReaderObject* object) {
     bool regionActive = false;
     bikoList.mode = ZOPolygon2dId;
     ppList.mode = ZOPolygon3dId;
+    region.mode = ZOPolygon2d;
     zorv::detail::BlockKeywords keywords(object);
     keywords.Call("ELSPID", [this](ZoReaderObject* value) { ZoObject::Read(value); })
         .Value("KAMERA", &distortion)
@@ -85,9 +88,9 @@ std::ostream& ZoElspTrafo::Write(std::ostream& stream) const {
     out.Record("DISTORTION", distortCamera);
     out.Record("ELSPTRAFO", elspMat);
     out.Record("TRAFO3D", transMat);
-    if (ppList.First()) out.Record("DEFPOINTS", ppList);
-    if (bikoList.First()) out.Record("MEASPOINTS", bikoList);
-    if (region.First()) out.Record("VALIDREGION", region);
+    WritePolygon(out, "DEFPOINTS", ppList, ZOPolygon3dId);
+    WritePolygon(out, "MEASPOINTS", bikoList, ZOPolygon2dId);
+    WritePolygon(out, "VALIDREGION", region, ZOPolygon2d);
     if (parallelDef.HasData()) out.Record("PARALLELDEF", parallelDef);
     return stream;
 }
