@@ -76,10 +76,11 @@ class ZORV_API ZoElspTrafo : public TZoFlagNode<ZoElspTrafo> {
     bool InvTransform(ZoPoint* point) const;
     bool InvTransform(const ZoPoint* in, ZoPoint* out) const;
 
-    /// Area and closed length of the region in the rectified plane.
+    /// Area and closed length of the region in the rectified plane; -1 for a region of fewer than 3 or 2 points.
     double Area() const;
     double Length() const;
-    /// The size of the region in pixels of the stored image; 0 unless the photo is digital and active.
+    /// The size of the region in pixels of the stored image, -1 for fewer than 3 points; 0 unless the photo is digital
+    /// and active.
     double GetOriginalPixelArea(const ZoPhoto* photo) const;
     /// Whether the point (Biko) lies in the region, as ZoPolygon::Overlap tells.
     int Overlap(ZoPoint* point) const;
