@@ -26,7 +26,7 @@ concept ArchiveValue = std::is_enum_v<T> ||(std::is_arithmetic_v<T> && !std::is_
 /// and alignment; texts are zero-terminated, wide ones UTF-16LE; counts take 8 bytes.
 class ZORV_API CZipWrapper {
   public:
-    /// An item that the archive goes without, with the result of adding it.
+    /// An item that UnzipItem found but could not give, and why.
     struct FailedItem {
         std::uint32_t result = 0;
         std::wstring itemName;
