@@ -63,9 +63,9 @@ class ZORV_API ZoObserver {
 /// Table of registered observers, in the order of registration. It owns none of them.
 class ZORV_API ZoStandardNotifier : public TZoArray<ZoObserver*> {
   public:
-    ZoStandardNotifier() : TZoArray<ZoObserver*>(kFewObservers) {}
+    ZoStandardNotifier() = default;
     /// A copy has no observers.
-    ZoStandardNotifier(const ZoStandardNotifier&) : ZoStandardNotifier() {}
+    ZoStandardNotifier(const ZoStandardNotifier&) : TZoArray<ZoObserver*>() {}
     /// Takes over the other's table: its observers hear of this notifier too and keep their parent.
     ZoStandardNotifier& operator=(const ZoStandardNotifier& other);
     /// Leaves no observer behind that points here.
@@ -89,8 +89,5 @@ class ZORV_API ZoStandardNotifier : public TZoArray<ZoObserver*> {
     using TZoArray<ZoObserver*>::Remove;
 
   private:
-    // Room to begin with: lists and clouds are many, and rarely watched by more.
-    static constexpr int kFewObservers = 4;
-
     void Detach(ZoObserver* observer);
 };
