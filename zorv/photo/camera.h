@@ -124,8 +124,9 @@ class ZORV_API ZoCamera : public TZoFlagNode<ZoCamera> {
     /// pixels are turned against its image coordinates, and without a finite focal length in pixels.
     bool CreateLibAutoCamFromZorvCamera(ZoPhoto* photo);
     /// Takes id, mode and parameters of a library camera and makes the camera pair; lengths become mm of the photo.
-    /// Modes 0 and 1 have no pair then. Null does nothing. Of a camera without a model only id and image size are
-    /// taken, the mode stays and the pair goes.
+    /// Modes 0 and 1 have no pair then. Unless libAutoFlags is 0 the name becomes that of the model, a local one first.
+    /// Null does nothing. Of a camera without a model only id and image size are taken: the mode stays, the parameters
+    /// become 0, the name empty unless libAutoFlags is 0 or there is a local one, and the pair goes.
     void SetFromLibAuto(const ZorvLibAuto::Camera* camera, ZoPhoto* photo);
     /// The camera pair, which belongs to the camera, or null.
     ZoCamPair* GetCamPair() const { return camPair.get(); }
