@@ -29,18 +29,27 @@ bool IsHex(const char* at, const char* end) {
     return digit != end && std::isxdigit(static_cast<unsigned char>(*digit)) != 0;
 }
 
-/// Whether a decimal number that from_chars found out of range is too large, rather than too small.
-bool IsTooLarge(const char* at, const char* end) {
+/// A second sign behind the exponent's, which from_chars would take, leaves the exponent out.
+const char* HexEnd(const char* at, const char* end) {
+    const char* const exponent = std::find_if(at, end, [](char character) { return (character | 0x20) == 'p'; });
+    const bool isDoubled = end - exponent > 2 && exponent[1] == '+' && exponent[2] == '-';
+    return isDoubled ? exponent : end;
+}
+
+/// Whether a number that from_chars found out of range is too large, rather than too small.
+bool IsTooLarge(const char* at, const char* end, bool hex) {
+    const int weight = hex ? 4 : 1;  // of a digit, in units of the exponent
     long long exponent = 0;
     bool afterPoint = false;
     bool significant = false;
     for (; at != end; ++at) {
+        const auto character = static_cast<unsigned char>(*at);
         if (*at == '.') {
             afterPoint = true;
-        } else if (*at >= '0' && *at <= '9') {
+        } else if (hex ? std::isxdigit(character) : std::isdigit(character)) {
             significant = significant || *at != '0';
-            if (afterPoint && !significant) --exponent;
-            if (!afterPoint && significant) ++exponent;
+            if (afterPoint && !significant) exponent -= weight;
+            if (!afterPoint && significant) exponent += weight;
         } else {
             break;
         }
@@ -62,13 +71,12 @@ double ParseDouble(std::string_view text) {
 
     double value = 0.0;
     const bool hex = IsHex(at, end);
-    const auto format = hex ? std::chars_format::hex : std::chars_format::general;
-    const auto result = std::from_chars(hex ? at + 2 : at, end, value, format);
+    if (hex) end = HexEnd(at += 2, end);
+    const auto result = std::from_chars(at, end, value, hex ? std::chars_format::hex : std::chars_format::general);
     // Without a digit not even the sign counts.
     if (result.ec == std::errc::invalid_argument) return 0.0;
     if (result.ec == std::errc::result_out_of_range) {
-        const bool tooLarge = hex ? std::find(at, result.ptr, '-') == result.ptr : IsTooLarge(at, result.ptr);
-        value = tooLarge ? std::numeric_limits<double>::infinity() : 0.0;
+        value = IsTooLarge(at, result.ptr, hex) ? std::numeric_limits<double>::infinity() : 0.0;
     }
     return negative ? -value : value;
 }
