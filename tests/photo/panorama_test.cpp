@@ -83,7 +83,7 @@ TEST(Panorama, RecordsReadBack) {
     EXPECT_EQ(ZoPhotoVivaPano(pano).GetFoundPhotoId(), 0u);
     const std::string text = WrittenText(pano);
     EXPECT_EQ(text, R"(PHOTOID         {    9 "mosaic"}
-COMMENT      "grün '1'"
+COMMENT         "grün '1'"
 SCREENPOS       {                     3                     4}
 SCREENSIZE      5
 SCREENFLAGS     0

@@ -177,7 +177,7 @@ std::ostream& ZoPhotoVivaPano::Write(std::ostream& stream) const {
     };
     stream << s12 << "PHOTOID" << w4 << ZoBeginBlock;
     ZoObject::Write(stream) << ZoEndBlock << Zoendl;
-    stream << s12 << "COMMENT" << w4 << '"' + zorv::detail::QuotableUtf8(comment) + '"' << Zoendl;
+    stream << s12 << "COMMENT" << w4 << '"' << zorv::detail::QuotableUtf8(comment) << '"' << Zoendl;
     stream << s12 << "SCREENPOS" << w4 << ZoBeginBlock;
     screenPos.Write(stream) << ZoEndBlock << Zoendl;
     stream << p4;
