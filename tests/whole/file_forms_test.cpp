@@ -148,7 +148,7 @@ void WriteLog(const std::wstring& file) {
 std::string ReadLog(const std::wstring& file) {
     ZoLogItemList log;
     log.ReadFile(file);
-    std::ostringstream text = PlainText();
+    std::ostringstream text;
     log.Write(text);
     return text.str();
 }
@@ -157,7 +157,7 @@ void WriteReseau(const std::wstring& file) {
     ZoReseauFile reseau;
     reseau.SetComment(L"Platte 1½");
     reseau.GenerateDummyData();
-    std::ostringstream text = PlainText();
+    std::ostringstream text;
     ZoReseauFile::WriteHeaderComment(text);
     reseau.Write(text);
     Save(file, text.str());
@@ -182,12 +182,14 @@ std::string ReadReseaus(const std::wstring& file) {
 }
 
 void WriteProject(const std::wstring& file) {
-    std::ostringstream text = PlainText();
+    std::ostringstream text;
     for (unsigned int id : {12u, 1300u}) {
         ZoPhoto photo(id);
         photo.SetName(L"C:\\Büro\\写真.tif");
         photo.camera = ZoCamera(3, 24.5, 0.125, 0, 0, 1e-7, 10, "lens");
         photo.SetPosAOR(kEast, kNorth, 0.1);
+        photo.preTrafo.Set(-7.5, 0.005, -5, 0.125);
+        photo.SetScreenScale(1300);
         photo.AddElspTrafo(ZoElspTrafo(), true)->SetName(L"Wand ß");
         text << s10 << "PHOTO" << ZoBeginBlock << Zoendl;
         photo.Write(text) << ZoEndBlock << Zoendl;

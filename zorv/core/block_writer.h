@@ -28,8 +28,8 @@ class BlockWriter {
         text.Number(FiniteOrZero(number), kExactDigits).WriteTo(stream);
         stream << Zoendl;
     }
-    void Value(const char* keyword, std::int32_t number) { Keyword(keyword) << w4 << number << Zoendl; }
-    void Value(const char* keyword, std::uint32_t number) { Keyword(keyword) << w4 << number << Zoendl; }
+    void Value(const char* keyword, std::int32_t number) { Integer(keyword, number); }
+    void Value(const char* keyword, std::uint32_t number) { Integer(keyword, number); }
     void Value(const char* keyword, bool on) { Value(keyword, on ? 1 : 0); }
     template <class Write>
     void Block(const char* keyword, Write write) {
@@ -43,6 +43,12 @@ class BlockWriter {
     }
 
   private:
+    template <class T>
+    void Integer(const char* keyword, T number) {
+        RecordText text;
+        text.Field(FieldWidth::w4, number).WriteTo(Keyword(keyword));
+        stream << Zoendl;
+    }
     std::ostream& Keyword(const char* keyword) { return stream << s12 << keyword; }
 
     std::ostream& stream;

@@ -8,12 +8,15 @@
 #include "zorv/core/debug_output.h"
 #include "zorv/core/number_format.h"
 #include "zorv/core/reader_object.h"
+#include "zorv/core/record_text.h"
 #include "zorv/core/text_writer.h"
 #include "zorv/math/matrix.h"
 #include "zorv/orientation/polynomial_terms.h"
 #include "zorv/points/point.h"
 
+using zorv::detail::FieldWidth;
 using zorv::detail::kPolynomialTerms;
+using zorv::detail::RecordText;
 
 namespace {
 
@@ -219,10 +222,14 @@ int ZoTrafo2d::ReadV50(ZoReaderObject* object) {
 
 std::ostream& ZoTrafo2d::Write(std::ostream& stream) const {
     constexpr int kOnLine = 4;
-    stream << w4 << static_cast<int>(type) << Zoendl << p16;
+    constexpr int kDigits = 16;
+    RecordText text;
+    text.Field(FieldWidth::w4, static_cast<int>(type)).WriteTo(stream);
+    stream << Zoendl << p16;
     const int count = CountCoefs(type);
     for (int i = 0; i < count; ++i) {
-        stream << w19 << zorv::detail::FiniteOrZero(coef[i]);
+        text.Clear();
+        text.Field(FieldWidth::w19, zorv::detail::FiniteOrZero(coef[i]), kDigits).WriteTo(stream);
         if (i % kOnLine == kOnLine - 1) stream << Zoendl;
     }
     return stream;

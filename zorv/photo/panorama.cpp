@@ -8,6 +8,7 @@
 
 #include "zorv/core/archive_list.h"
 #include "zorv/core/block_keywords.h"
+#include "zorv/core/record_text.h"
 #include "zorv/core/text_conversion.h"
 #include "zorv/core/text_writer.h"
 
@@ -172,8 +173,11 @@ int ZoPhotoVivaPano::Read(ZoReaderObject* object) {
 }
 
 std::ostream& ZoPhotoVivaPano::Write(std::ostream& stream) const {
-    const auto number = [&stream](const char* keyword, std::ostream& (*width)(std::ostream&), int value) {
-        stream << s12 << keyword << width << value << Zoendl;
+    using zorv::detail::FieldWidth;
+    const auto number = [&stream](const char* keyword, FieldWidth width, int value) {
+        zorv::detail::RecordText text;
+        text.Field(width, value).WriteTo(stream << s12 << keyword);
+        stream << Zoendl;
     };
     stream << s12 << "PHOTOID" << w4 << ZoBeginBlock;
     ZoObject::Write(stream) << ZoEndBlock << Zoendl;
@@ -181,11 +185,11 @@ std::ostream& ZoPhotoVivaPano::Write(std::ostream& stream) const {
     stream << s12 << "SCREENPOS" << w4 << ZoBeginBlock;
     screenPos.Write(stream) << ZoEndBlock << Zoendl;
     stream << p4;
-    number("SCREENSIZE", w4, screenScale);
-    number("SCREENFLAGS", w4, screenFlags);
-    number("TILESIZE_X", w8, tileSizeX);
-    number("TILESIZE_Y", w8, tileSizeY);
-    number("FRAME", w8, frame);
+    number("SCREENSIZE", FieldWidth::w4, screenScale);
+    number("SCREENFLAGS", FieldWidth::w4, screenFlags);
+    number("TILESIZE_X", FieldWidth::w8, tileSizeX);
+    number("TILESIZE_Y", FieldWidth::w8, tileSizeY);
+    number("FRAME", FieldWidth::w8, frame);
     stream << s12 << "PANORAMA" << Zoendl << ZoBeginBlockNL;
     photoIdTable.Write(stream);
     return stream << ZoEndBlockNL << Zoendl;

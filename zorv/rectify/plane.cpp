@@ -8,6 +8,7 @@
 #include "zorv/core/lenient_number.h"
 #include "zorv/core/number_format.h"
 #include "zorv/core/reader_object.h"
+#include "zorv/core/record_text.h"
 #include "zorv/core/shaped_value.h"
 #include "zorv/core/text_writer.h"
 
@@ -98,9 +99,11 @@ int ZoPlane::Read(ZoReaderObject* object) {
 
 std::ostream& ZoPlane::Write(std::ostream& stream) const {
     ZoObject::Write(stream);
-    stream << p16;
+    constexpr int kDigits = 16;
+    zorv::detail::RecordText text;
     for (const double coefficient : {A(), B(), C(), D()})
-        stream << w16 << zorv::detail::FiniteOrZero(coefficient);
+        text.Field(zorv::detail::FieldWidth::w16, zorv::detail::FiniteOrZero(coefficient), kDigits);
+    text.WriteTo(stream << p16);
     return stream;
 }
 
