@@ -1,7 +1,9 @@
 // A cloud of five million points: its native file beside the bare conversion of the mapped records into an array, and
 // selection, transformation and bounds beside a copy of the same memory.
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -153,8 +155,30 @@ void ReadNative(benchmark::State& state) {
 }
 BENCHMARK(ReadNative)->Unit(benchmark::kMillisecond);
 
+std::filesystem::path SecondFile() {
+    return std::filesystem::path(wstring2string(CloudFile())).concat("2");
+}
+
+/// The bytes of the file as they are, into a new one.
+void WriteFloor(benchmark::State& state) {
+    constexpr std::size_t kPiece = 1 << 20;
+    const ZoFileBuffMemoryMap file(CloudFile().c_str());
+    const std::filesystem::path path = SecondFile();
+    for (auto _ : state) {
+        std::FILE* const out = std::fopen(path.c_str(), "wb");
+        std::setvbuf(out, nullptr, _IONBF, 0);
+        for (std::size_t at = 0; at < file.size; at += kPiece)
+            std::fwrite(file.view + at, 1, std::min<std::size_t>(kPiece, file.size - at), out);
+        if (std::fclose(out) != 0) state.SkipWithError("not written");
+    }
+    if (std::filesystem::file_size(path) != file.size) state.SkipWithError("wrong size");
+    std::filesystem::remove(path);
+    state.SetItemsProcessed(state.iterations() * kPoints);
+}
+BENCHMARK(WriteFloor)->Unit(benchmark::kMillisecond);
+
 void WriteNative(benchmark::State& state) {
-    const std::filesystem::path path = std::filesystem::path(wstring2string(CloudFile())).concat("2");
+    const std::filesystem::path path = SecondFile();
     const std::wstring name = string2wstring(path.native());
     for (auto _ : state) {
         if (Clouds().Write(name) != 1) state.SkipWithError("not written");
