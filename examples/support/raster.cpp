@@ -39,7 +39,7 @@ Raster Raster::Enlarged(int scale) const {
                 const auto channel = [&](int c, int r) { return static_cast<double>(At(c, r) >> shift & 0xff); };
                 const double above = std::lerp(channel(x.before, y.before), channel(x.behind, y.before), x.share);
                 const double below = std::lerp(channel(x.before, y.behind), channel(x.behind, y.behind), x.share);
-                mixed |= static_cast<std::uint32_t>(std::lerp(above, below, y.share) + 0.5) << shift;
+                mixed |= static_cast<std::uint32_t>(std::lround(std::lerp(above, below, y.share))) << shift;
             }
             large.At(column, row) = mixed;
         }
