@@ -25,6 +25,11 @@ void Remove(EdgeTableEntry*& place) {
     place = entry->next;
 }
 
+/// The number of steps, or less where it was raised after the table was made; -1 without a table.
+int LastLine(const ZoScanLine& scan) {
+    return std::min(scan.n, static_cast<int>(scan.edgeTable.size()) - 1);
+}
+
 EdgeTableEntry* CopyOf(const EdgeTableEntry* chain) {
     EdgeTableEntry* copy = nullptr;
     for (EdgeTableEntry** end = &copy; chain; chain = chain->next) {
@@ -180,13 +185,9 @@ bool ZoScanLine::CreateEdgeTable() {
     return true;
 }
 
-int ZoScanLine::LastLine() const {
-    return std::min(n, static_cast<int>(edgeTable.size()) - 1);
-}
-
 void ZoScanLine::ToEdgeTable(EdgeTableEntry* entry, int line) {
     std::unique_ptr<EdgeTableEntry> owned(entry);
-    if (!entry || line < 0 || line > LastLine() || entry->last < line) return;
+    if (!entry || line < 0 || line > LastLine(*this) || entry->last < line) return;
     EdgeTableEntry::Insert(edgeTable[static_cast<std::size_t>(line)], owned.release());
 }
 
@@ -198,7 +199,7 @@ bool ZoScanLine::Process() {
     FreeChain(activeEdges);
     iY = static_cast<int>(begin - edgeTable.begin());
     dy = iY * step + y0;
-    for (const int last = LastLine(); iY <= last; ++iY, dy += step) {
+    for (const int last = LastLine(*this); iY <= last; ++iY, dy += step) {
         if (EdgeTableEntry*& starting = edgeTable[static_cast<std::size_t>(iY)]) {
             EdgeTableEntry::InsertList(activeEdges, std::exchange(starting, nullptr));
         }

@@ -86,8 +86,6 @@ class ZORV_API ZoScanLine {
     void FixActitveEdgeTable();
 
   private:
-    /// n, or less where n was raised after the table was made; -1 without a table.
-    int LastLine() const;
     void FreeEdges();
     void CopyEdges(const ZoScanLine& other);
     void VisitSpans();
