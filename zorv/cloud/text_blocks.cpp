@@ -1,7 +1,6 @@
 #include "zorv/cloud/text_blocks.h"
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -11,8 +10,6 @@
 namespace zorv::detail {
 
 namespace {
-
-constexpr std::size_t kReadSize = std::size_t{256} << 10;
 
 /// A view is cut into this many blocks, so that there is something to tell on the way.
 constexpr std::size_t kBlocksOfView = 64;
@@ -50,12 +47,13 @@ TextBlocks::TextBlocks(const std::wstring& path) : file(std::make_unique<FileByt
     ownStream.open(native, std::ios::binary);
     if (!ownStream) return;
     error = 0;
-    input = &ownStream;
+    plain = true;
+    reads = ReadAhead(ownStream);
     size = std::filesystem::file_size(native, failure);
     if (failure) size = 0;
 }
 
-TextBlocks::TextBlocks(std::FILE* stream) : handle(stream) {
+TextBlocks::TextBlocks(std::FILE* stream) : plain(true), reads(*stream) {
     const long begin = std::ftell(stream);
     if (begin < 0 || std::fseek(stream, 0, SEEK_END) != 0) return;
     const long end = std::ftell(stream);
@@ -63,7 +61,7 @@ TextBlocks::TextBlocks(std::FILE* stream) : handle(stream) {
     size = static_cast<std::uint64_t>(std::max(end - begin, 0L));
 }
 
-TextBlocks::TextBlocks(std::istream& stream) : input(&stream) {
+TextBlocks::TextBlocks(std::istream& stream) : plain(true), reads(stream) {
     const std::istream::pos_type begin = stream.tellg();
     if (begin == std::istream::pos_type(-1)) return;
     stream.seekg(0, std::ios::end);
@@ -74,7 +72,6 @@ TextBlocks::TextBlocks(std::istream& stream) : input(&stream) {
 }
 
 bool TextBlocks::Next(std::string_view& block) {
-    const bool plain = input || handle;
     if (position == 0) PassByteOrderMark();
     if (!(plain ? NextOfReads() : NextOfView())) {
         current = {};
@@ -86,14 +83,7 @@ bool TextBlocks::Next(std::string_view& block) {
 }
 
 void TextBlocks::PassByteOrderMark() {
-    if (input || handle) {
-        while (filled < kByteOrderMark.size() && Fill()) {
-        }
-    }
-    const std::string_view start = input || handle ? std::string_view(buffer.data(), filled) : view;
-    if (!start.starts_with(kByteOrderMark)) return;
-    position = kByteOrderMark.size();
-    next = kByteOrderMark.size();
+    if (plain ? reads.PassByteOrderMark() : view.starts_with(kByteOrderMark)) position = kByteOrderMark.size();
 }
 
 bool TextBlocks::NextOfView() {
@@ -107,43 +97,16 @@ bool TextBlocks::NextOfView() {
 }
 
 bool TextBlocks::NextOfReads() {
-    // No line feed stands before this place.
-    std::size_t searched = next;
-    for (;;) {
-        const std::string_view fresh(buffer.data() + searched, filled - searched);
-        const std::size_t end = fresh.rfind('\n');
-        const bool found = end != fresh.npos;
-        const std::size_t begun = filled - next;
-        if (found || !Fill()) {
-            const std::size_t length = found ? searched + end + 1 - next : begun;
-            current = {buffer.data() + next, length};
-            next += length;
-            return length > 0;
-        }
-        searched = next + begun;
+    const auto atHand = [this] { return std::string_view(reads.AtHand().data(), reads.AtHand().size()); };
+    std::size_t searched = 0;  // no line feed stands before this place
+    std::size_t end = std::string_view::npos;
+    while ((end = atHand().substr(searched).rfind('\n')) == std::string_view::npos) {
+        searched = atHand().size();
+        if (!reads.ReadOn()) break;
     }
-}
-
-/// Moves the line that was begun to the front of the buffer and reads on behind it; false at the end.
-bool TextBlocks::Fill() {
-    if (next > 0) {
-        std::memmove(buffer.data(), buffer.data() + next, filled - next);
-        filled -= next;
-        next = 0;
-    }
-    if (filled > buffer.size() / 2) buffer.resize(buffer.size() * 2);
-    if (buffer.empty()) buffer.resize(kReadSize);
-    char* const target = buffer.data() + filled;
-    const std::size_t room = buffer.size() - filled;
-    std::size_t got = 0;
-    if (handle) {
-        got = std::fread(target, 1, room, handle);
-    } else {
-        input->read(target, static_cast<std::streamsize>(room));
-        got = static_cast<std::size_t>(input->gcount());
-    }
-    filled += got;
-    return got > 0;
+    current = end == std::string_view::npos ? atHand() : atHand().substr(0, searched + end + 1);
+    reads.Use(current.size());
+    return !current.empty();
 }
 
 std::uint64_t TextBlocks::BytesFrom(const char* at) const {
@@ -152,7 +115,7 @@ std::uint64_t TextBlocks::BytesFrom(const char* at) const {
 }
 
 std::uint64_t TextBlocks::LinesFrom(const char* at) const {
-    if (!input && !handle) return CountLines({at, static_cast<std::size_t>(view.data() + view.size() - at)});
+    if (!plain) return CountLines({at, static_cast<std::size_t>(view.data() + view.size() - at)});
     const std::uint64_t inBlock = std::max<std::uint64_t>(CountLines(current), 1);
     const std::uint64_t perLine = std::max<std::uint64_t>(current.size() / inBlock, 1);
     return BytesFrom(at) / perLine + 1;

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "zorv/core/file_bytes.h"
+#include "zorv/core/read_ahead.h"
 
 namespace zorv::detail {
 
@@ -44,16 +45,12 @@ class TextBlocks {
     void PassByteOrderMark();
     bool NextOfView();
     bool NextOfReads();
-    bool Fill();
 
     std::unique_ptr<FileBytes> file;
     std::string_view view;
     std::ifstream ownStream;
-    std::istream* input = nullptr;
-    std::FILE* handle = nullptr;
-    std::string buffer;
-    std::size_t next = 0;    // in the buffer: where the next block begins,
-    std::size_t filled = 0;  // and where the bytes at hand end
+    bool plain = false;  // reads instead of the view
+    ReadAhead reads;
     std::string_view current;
     std::uint64_t size = 0;
     std::uint64_t position = 0;

@@ -3,8 +3,11 @@
 #include <cstddef>
 #include <cstdio>
 #include <fstream>
+#include <memory>
 #include <span>
 #include <string>
+
+#include "zorv/core/read_ahead.h"
 
 namespace zorv::detail {
 
@@ -36,18 +39,13 @@ class TextLines {
   private:
     explicit TextLines(LineEnd ends) : lineEnd(ends) {}
     char* FindLineEnd(std::size_t from);
-    void PassByteOrderMark();
-    bool Fill();
 
     LineEnd lineEnd;
     bool isOpen = false;
     bool atStart = true;
     bool afterReturn = false;  ///< a line feed at hand belongs to the line before
-    std::ifstream stream;
-    std::FILE* handle = nullptr;
-    std::string buffer;
-    std::size_t position = 0;  ///< start of the next line
-    std::size_t filled = 0;    ///< end of the bytes at hand
+    std::unique_ptr<std::ifstream> stream;
+    ReadAhead bytes;
 };
 
 }  // namespace zorv::detail
