@@ -174,18 +174,10 @@ TEST(Archive, ItemsThatGoWrongLeaveTheRestWhole) {
     TestArchive archive(folder.Name("rest.zip"), true);
     EXPECT_EQ(archive.Add(L"first", [](CZipWrapper& out) { out.WriteValue(1); }), 0U);
     // The two passes differ: one value more, one less, and a wrong one that happens to end at the right place.
-    int pass = 0;
-    const std::vector<std::vector<int>> kBytesOfPasses = {{4, 8}, {4, 0}, {4, 5, 4}};
-    for (const std::vector<int>& sizes : kBytesOfPasses) {
-        pass = 0;
+    for (const std::vector<std::size_t>& written : {std::vector<std::size_t>{8}, {0}, {5, 4}}) {
         const std::uint32_t result = archive.Add(L"uneven", [&](CZipWrapper& out) {
-            const std::string bytes(8, 'x');
-            if (pass++ == 0) {
-                out.AddZipData(bytes.data(), 4);
-                return;
-            }
-            for (std::size_t i = 1; i < sizes.size(); ++i)
-                out.AddZipData(bytes.data(), static_cast<std::size_t>(sizes[i]));
+            for (const std::size_t size : out.sizing ? std::vector<std::size_t>{4} : written)
+                out.AddZipData("xxxxxxxx", size);
         });
         EXPECT_EQ(result, 0x60000U);
     }

@@ -1,5 +1,6 @@
 #include "zorv/core/disto_package.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -24,13 +25,9 @@ class DistoPackage : public ::testing::Test {
         return folder.Name(file);
     }
 
-    std::vector<std::string> Files() const {
-        std::vector<std::string> files;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path)) {
-            if (entry.is_regular_file()) files.push_back(entry.path().lexically_relative(folder.path));
-        }
-        std::sort(files.begin(), files.end());
-        return files;
+    std::ptrdiff_t CountFiles() const {
+        return std::count_if(std::filesystem::recursive_directory_iterator(folder.path), {},
+                             [](const auto& entry) { return entry.is_regular_file(); });
     }
 
     const TempFolder folder;
@@ -56,7 +53,7 @@ TEST_F(DistoPackage, GivesStreamsAndName) {
               (std::vector<std::wstring>{target + L"stream0.mp4", target + L"stream1.mp4"}));
     EXPECT_EQ(folder.Read("ZORVSCOPE_10/Kirche/stream0.mp4"), "first");
     EXPECT_EQ(folder.Read("ZORVSCOPE_10/Kirche/stream1.mp4"), "second");
-    EXPECT_EQ(Files().size(), 3U);
+    EXPECT_EQ(CountFiles(), 3);
     EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::current_path(), folder.path));
 
     // The same again by a relative name.
@@ -76,7 +73,7 @@ TEST_F(DistoPackage, NamesThatLeadOutsideAreNotWritten) {
     items.emplace_back(L"../00_InputVideo/stream000.mp4", "above");
     const ZoLeicaDistoBlk3dCmiUnzipper package(Make("evil.cmi", items));
     EXPECT_TRUE(package.GetExtractedFiles().empty());
-    EXPECT_EQ(Files(), std::vector<std::string>{"evil.cmi"});
+    EXPECT_EQ(CountFiles(), 1) << "more than the package itself";
 }
 
 TEST_F(DistoPackage, BadPackagesGiveNothing) {

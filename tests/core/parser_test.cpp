@@ -17,26 +17,24 @@ struct OpenParser : ZoParser {
 // All tokens in one line of text: I12 F1.5 Kkeyword Sstring O- { } and, where reading failed, !status@line.
 std::string Tokens(const std::string& text, OpenParser& parser) {
     std::istringstream in(text);
-    std::string all;
+    std::ostringstream all;
+    all << std::setprecision(17);
     try {
         for (parser.ParseForToken(in); parser.GetToken().GetType() != eZoTokenEof; parser.ParseForToken(in)) {
             const ZoParserToken& token = parser.GetToken();
-            std::ostringstream one;
-            one << std::setprecision(17) << "OIF-KS-{}"[token.GetType()];
+            all << (all.view().empty() ? "" : " ") << "OIF-KS-{}"[token.GetType()];
             if (token.GetType() == eZoTokenInt) {
-                one << token.GetInt();
+                all << token.GetInt();
             } else if (token.GetType() == eZoTokenFloat) {
-                one << token.GetFloat();
+                all << token.GetFloat();
             } else {
-                one << token.GetString();
+                all << token.GetString();
             }
-            if (!all.empty()) all += ' ';
-            all += one.str();
         }
     } catch (const ZoParserStatus& error) {
-        all.append("!").append(std::to_string(error.status)).append("@").append(std::to_string(error.line));
+        all << '!' << error.status << '@' << error.line;
     }
-    return all;
+    return all.str();
 }
 
 std::string Tokens(const std::string& text) {
@@ -140,14 +138,11 @@ TEST(Parser, AnUnterminatedStringIsTheRestOfItsLine) {
 }
 
 TEST(Parser, LinesHaveRoomFor8511Bytes) {
-    std::string line(ZoParser::kLineSize - 1, 'a');
+    const std::string line(ZoParser::kLineSize - 1, 'a');
     for (const char* end : {"\nB", "\r\nB"})
-        EXPECT_EQ(Tokens(std::string(line).append(end)), std::string("K").append(line).append(" KB"));
-    std::string cut = "I1 K";
-    cut.append(line).append("!2@2");
-    EXPECT_EQ(Tokens(line.append("a\nB").insert(0, "1\n")), cut);
-    std::string blanks = "1";
-    EXPECT_EQ(Tokens(blanks.append(10'000'000, ' ').append("2")), "I1!2@1");
+        EXPECT_EQ(Tokens(line + end), "K" + line + " KB");
+    EXPECT_EQ(Tokens("1\n" + line + "a\nB"), "I1 K" + line + "!2@2");
+    EXPECT_EQ(Tokens(std::string("1").append(10'000'000, ' ').append("2")), "I1!2@1");
 }
 
 TEST(Parser, KeepsTheProcessLocaleForItsLifeOnly) {

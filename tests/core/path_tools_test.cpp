@@ -1,9 +1,9 @@
 #include "zorv/core/path_tools.h"
 
-#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <iomanip>
+#include <regex>
 #include <sstream>
 
 #include "tests/support/temp_folder.h"
@@ -28,10 +28,9 @@ TEST(PathTools, BothSeparatorsDivideAPath) {
              Row{L"a/b\\", L"a/b", L"", L"", L""},
              Row{L"", L"", L"", L"", L""},
          }) {
-        EXPECT_EQ(ZoGetPath(row.path), row.parent) << testing::PrintToString(row.path);
-        EXPECT_EQ(ZoGetFilename(row.path), row.name) << testing::PrintToString(row.path);
-        EXPECT_EQ(ZoGetFilenameNoExt(row.path), row.stem) << testing::PrintToString(row.path);
-        EXPECT_EQ(ZoGetExtension(row.path), row.extension) << testing::PrintToString(row.path);
+        EXPECT_EQ(std::tuple(ZoGetPath(row.path), ZoGetFilename(row.path), ZoGetFilenameNoExt(row.path),
+                             ZoGetExtension(row.path)),
+                  std::tuple(row.parent, row.name, row.stem, row.extension));
     }
 }
 
@@ -72,11 +71,9 @@ TEST(PathTools, FileTimesAreLocalText) {
     std::filesystem::last_write_time(folder.path / "Größe €.txt", moment);
     EXPECT_EQ(ZoGetFileTimeAsString(name, 2), L"2021-06-04  03:02:01");
     for (int which : {0, 1, 7}) {
-        std::wstring text = ZoGetFileTimeAsString(name, which);
+        const std::wstring text = ZoGetFileTimeAsString(name, which);
         EXPECT_GT(text, L"2022");
-        std::replace_if(
-            text.begin(), text.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; }, L'0');
-        EXPECT_EQ(text, L"0000-00-00  00:00:00") << which;
+        EXPECT_TRUE(std::regex_match(text, std::wregex(LR"(\d{4}-\d\d-\d\d  \d\d:\d\d:\d\d)"))) << which;
     }
     EXPECT_EQ(ZoGetFileTimeAsString(folder.Name("missing"), 0), L"");
     EXPECT_FALSE(ZoExistFile(folder.Name("missing")));

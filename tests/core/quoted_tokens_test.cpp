@@ -34,11 +34,6 @@ Tokens CutRange(std::string text) {
     return tokens;
 }
 
-TEST(QuotedTokens, NullWithoutATextAtHandIsTheEnd) {
-    // Holds in any order, since every test here cuts its text to the end, which forgets the text.
-    EXPECT_EQ(strstok(nullptr, ",", '"'), nullptr);
-}
-
 TEST(QuotedTokens, CutsAtDelimitersAndKeepsQuotedOnes) {
     struct {
         const char* text;
@@ -67,8 +62,6 @@ TEST(QuotedTokens, DelimitersMayChangeFromCallToCall) {
     EXPECT_STREQ(strstok(text.data(), "=", 0), "name");
     EXPECT_STREQ(strstok(nullptr, ";", 0), "a,b");
     EXPECT_STREQ(strstok(nullptr, nullptr, 0), "c");
-    EXPECT_EQ(strstok(nullptr, nullptr, 0), nullptr);
-    text += "more";
     EXPECT_EQ(strstok(nullptr, nullptr, 0), nullptr);
 }
 
