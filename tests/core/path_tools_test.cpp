@@ -1,9 +1,9 @@
 #include "zorv/core/path_tools.h"
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <iomanip>
-#include <regex>
 #include <sstream>
 
 #include "tests/support/temp_folder.h"
@@ -71,9 +71,11 @@ TEST(PathTools, FileTimesAreLocalText) {
     std::filesystem::last_write_time(folder.path / "Größe €.txt", moment);
     EXPECT_EQ(ZoGetFileTimeAsString(name, 2), L"2021-06-04  03:02:01");
     for (int which : {0, 1, 7}) {
-        const std::wstring text = ZoGetFileTimeAsString(name, which);
+        std::wstring text = ZoGetFileTimeAsString(name, which);
         EXPECT_GT(text, L"2022");
-        EXPECT_TRUE(std::regex_match(text, std::wregex(LR"(\d{4}-\d\d-\d\d  \d\d:\d\d:\d\d)"))) << which;
+        std::replace_if(
+            text.begin(), text.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; }, L'0');
+        EXPECT_EQ(text, L"0000-00-00  00:00:00") << which;
     }
     EXPECT_EQ(ZoGetFileTimeAsString(folder.Name("missing"), 0), L"");
     EXPECT_FALSE(ZoExistFile(folder.Name("missing")));

@@ -1,6 +1,6 @@
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
-#include <regex>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -20,7 +20,10 @@ TEST(Time, TextIsLocalTime) {
     EXPECT_EQ(GetLocalTimeStringForFilename(-1), "1970-01-01__01_59_59");
     ::unsetenv("TZ");
     ::tzset();
-    EXPECT_TRUE(std::regex_match(GetLocalTimeString(), std::regex(R"(20\d\d-\d\d-\d\d  \d\d:\d\d:\d\d)")));
+    std::string now = GetLocalTimeString();
+    std::replace_if(
+        now.begin(), now.end(), [](char c) { return c >= '0' && c <= '9'; }, '0');
+    EXPECT_EQ(now, "0000-00-00  00:00:00");
 }
 
 TEST(Time, WhatIsNoTimeIsANumber) {
