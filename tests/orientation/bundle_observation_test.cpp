@@ -2,12 +2,12 @@
 
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
+#include "tests/support/points_of.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/orientation/bundle_observation_list.h"
-#include "zorv/points/point_list.h"
 
 namespace {
 
@@ -47,7 +47,6 @@ TEST(BundleObservationList, FilesAreBroughtToTheSlots) {
         int complete;
     } kFiles[] = {
         {"empty", "", 0},
-        {"three", Repeated(kLine, 3), 3},
         {"more than slots", Repeated(kLine, 30), 30},
         {"free form", "-1 -7 1001 4294967295 -12.345679 5e-1 ; note\r\n1 -7\n1001 -1 -12345679.e-6 .5", 2},
         {"cut in a record", Repeated(kLine, 2) + kLine.substr(0, 30), 2},
@@ -73,15 +72,11 @@ TEST(BundleObservationList, FilesAreBroughtToTheSlots) {
 TEST(BundleObservationList, AdjustmentTakesActiveRecordsWithBothPoints) {
     const TempFolder folder;
     ZoBundleAOBList list;
-    EXPECT_EQ(list.WriteFile(folder.Name("g.txt"), true), 1);
-    EXPECT_EQ(folder.Read("g.txt"), "");
     *list.Get(1) = Observation(true, 1, 3, 0);
     *list.Get(2) = Observation(true, 3, 1, 0);
     *list.Get(3) = Observation(true, 2, 1, 1.5);
     *list.Get(4) = Observation(false, 3, 4, 0);
-    ZoPointList points;
-    points.Add(ZoPoint(1, 0, 0, 0, 0));
-    points.Add(ZoPoint(2, 0, 0, 0, 0));
+    ZoPointList points = PointsOf({{1, 0, 0, 0, 0}, {2, 0, 0, 0, 0}});
     EXPECT_EQ(list.ValidateActiveAOB(nullptr), 0);
     EXPECT_EQ(list.ValidateActiveAOB(&points), 1);
     EXPECT_EQ(list.WriteFile(folder.Name("g.txt").c_str(), true), 1);

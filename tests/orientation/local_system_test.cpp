@@ -5,6 +5,7 @@
 
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
+#include "tests/support/points_of.h"
 #include "tests/support/read_block.h"
 #include "tests/support/written_text.h"
 #include <gtest/gtest.h>
@@ -20,12 +21,7 @@ ZoPoint RoomPoint(unsigned int id, double a, double b, double c) {
 }
 
 ZoPointList Room() {
-    ZoPointList list;
-    list.Add(RoomPoint(1, 0, 0, 0));
-    list.Add(RoomPoint(2, 6, 0, 0));
-    list.Add(RoomPoint(3, 2, 3, 0));
-    list.Add(RoomPoint(4, 1, 2, 3));
-    return list;
+    return PointsOf({RoomPoint(1, 0, 0, 0), RoomPoint(2, 6, 0, 0), RoomPoint(3, 2, 3, 0), RoomPoint(4, 1, 2, 3)});
 }
 
 ZoLokalSystemDef Definition(int axis, int plane, const ZoScaleDef& scale = {}, unsigned int third = 3) {
@@ -88,8 +84,8 @@ TEST(LocalSystem, ScaleIsTheMeanOverTheDistances) {
 }
 
 TEST(LocalSystem, WhatCannotBeComputedIsTold) {
-    const auto def = [](const ZoScaleDef& scale, unsigned int third = 3, int axis = eAxisX) {
-        return Definition(axis, ePlaneXY, scale, third);
+    const auto def = [](const ZoScaleDef& scale, unsigned int third = 3) {
+        return Definition(eAxisX, ePlaneXY, scale, third);
     };
     const ZoScaleDef good{1, 2, 3.0};
     ZoLokalSystemDef farAway = def(good);
@@ -109,7 +105,7 @@ TEST(LocalSystem, WhatCannotBeComputedIsTold) {
         {"a coordinate that is no number", def(good, 6), 1.0, eTrafo3DNoSolution},
         {"a distance that is no number", def({1, 2, std::nan("")}), 0.0, eTrafo3DBadScaleDef},
         {"a scale that is no number", def(good), std::nan(""), eTrafo3DBadScaleDef},
-        {"no such axis", def(good, 3, 0), 1.0, eTrafo3DNoSolution},
+        {"no such axis", Definition(0, ePlaneXY, good), 1.0, eTrafo3DNoSolution},
         {"given coordinates that are not finite", farAway, 1.0, eTrafo3DNoSolution},
     };
     ZoPointList room = Room();

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "tests/support/point_ids.h"
+#include "tests/support/points_of.h"
 #include <gtest/gtest.h>
 
 #include "zorv/orientation/similarity.h"
@@ -19,17 +20,11 @@ ZoTrafo3d Shift() {
 }
 
 TEST(SimilarityTransform, CopiesCarryResidualsAndTakeControlCoordinates) {
-    ZoPointList source;
-    source.Add(ZoPoint(3, 1, 2, 3, 0))->dx = 9;
-    source.Add(ZoPoint(1, 4, 5, 6, 0));
-    source.Add(ZoPoint(2, 7, 8, 9, kX));
-    ZoPointList controls;
-    controls.Add(ZoPoint(8, 0.5, 0, 0, 0));
-    controls.Add(ZoPoint(1, 107, 5, 6, 0));
-    controls.Add(ZoPoint(2, 107, 8, 13, kZ));
+    ZoPointList source = PointsOf({{3, 1, 2, 3, 0}, {1, 4, 5, 6, 0}, {2, 7, 8, 9, kX}});
+    source.First()->dx = 9;
+    const ZoPointList controls = PointsOf({{8, 0.5, 0, 0, 0}, {1, 107, 5, 6, 0}, {2, 107, 8, 13, kZ}});
     ZoTrafo3d trafo = Shift();
-    ZoPointList result;
-    result.Add(ZoPoint(77, 0, 0, 0, 0));
+    ZoPointList result = PointsOf({{77, 0, 0, 0, 0}});
     EXPECT_TRUE(trafo.Transform(result, source, &controls, false));
     EXPECT_EQ(IdsOf(result), (Ids{3, 1, 2, 8})) << "a control point without a point comes last";
     EXPECT_TRUE(result.IsNotifyEnabled());
@@ -48,13 +43,8 @@ TEST(SimilarityTransform, CopiesCarryResidualsAndTakeControlCoordinates) {
 }
 
 TEST(SimilarityTransform, SortedResultHoldsThePointOfEachIdOnce) {
-    ZoPointList source;
-    for (const double x : {0.0, 50.0})
-        source.Add(ZoPoint(2, x, 0, 0, 0));
-    source.Add(ZoPoint(1, 0, 0, 0, 0));
-    ZoPointList controls;
-    controls.Add(ZoPoint(2, 100, 0, 0, 0));
-    controls.Add(ZoPoint(2, 0, 0, 0, 0));
+    ZoPointList source = PointsOf({{2, 0, 0, 0, 0}, {2, 50, 0, 0, 0}, {1, 0, 0, 0, 0}});
+    const ZoPointList controls = PointsOf({{2, 100, 0, 0, 0}, {2, 0, 0, 0, 0}});
     ZoTrafo3d trafo = Shift();
     ZoPointList result;
     trafo.Transform(result, source, &controls, true);
@@ -72,14 +62,9 @@ TEST(SimilarityTransform, SortedResultHoldsThePointOfEachIdOnce) {
 /// Three points, of which Shift leaves the first one just within 5 of its control point, the second one just beyond;
 /// the third one has none.
 struct Sorting {
-    Sorting() {
-        source.Add(ZoPoint(1, 0, 0, 0, kX));
-        source.Add(ZoPoint(2, 0, 0, 0, 0));
-        source.Add(ZoPoint(3, 0, 0, 0, kX));
-        controls.Add(ZoPoint(1, 103, 4, 0, kZ));
-        controls.Add(ZoPoint(2, 103, 4, 1, kX));
-    }
-    ZoPointList source, controls, accepted, rejected, rejectedControls;
+    ZoPointList source = PointsOf({{1, 0, 0, 0, kX}, {2, 0, 0, 0, 0}, {3, 0, 0, 0, kX}});
+    ZoPointList controls = PointsOf({{1, 103, 4, 0, kZ}, {2, 103, 4, 1, kX}});
+    ZoPointList accepted, rejected, rejectedControls;
     ZoTrafo3d trafo = Shift();
 };
 

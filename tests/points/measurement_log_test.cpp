@@ -1,7 +1,6 @@
 #include "zorv/points/measurement_log.h"
 
 #include <ctime>
-#include <sstream>
 
 #include "tests/support/temp_folder.h"
 #include "tests/support/written_text.h"
@@ -28,14 +27,11 @@ const std::string kHead =
     "                        0                        0    3   17 {";
 
 TEST(MeasurementLog, ItemsHaveOneLineOfColumns) {
-    std::ostringstream stream;
-    Item(2).Write(stream);
-    EXPECT_EQ(stream.str(), kHead +
-                                "          5                 10.25                  20.5"
-                                "          6                 11.25                  21.5}");
-    stream.str("");
-    Item(0).Write(stream);
-    EXPECT_EQ(stream.str(), kHead + "}");
+    const std::string images =
+        "          5                 10.25                  20.5          6                 11.25                  "
+        "21.5";
+    EXPECT_EQ(WrittenText(Item(2)), kHead + images + "}");
+    EXPECT_EQ(WrittenText(Item(0)), kHead + "}");
 }
 
 TEST(MeasurementLog, ItemsAreStampedAndAppendedAsTheyCome) {
@@ -57,8 +53,7 @@ TEST(MeasurementLog, ItemsAreStampedAndAppendedAsTheyCome) {
     EXPECT_EQ(read.Get(4)->GetImagePoints().Last()->photoId, 204u);
     EXPECT_EQ(read.Get(4)->GetImagePoints().Last()->y, 219.5);
     EXPECT_TRUE(read.Last()->GetImagePoints().IsEmpty());
-    const std::string whole = WrittenText(log);
-    EXPECT_EQ(whole, folder.Read("s.mlg"));
+    EXPECT_EQ(WrittenText(log), folder.Read("s.mlg"));
 
     log.SetFilename(folder.Name("none/s.mlg"));
     added = log.AddItem(Item(1));

@@ -3,24 +3,13 @@
 #include <cmath>
 
 #include "tests/support/point_ids.h"
+#include "tests/support/points_of.h"
 #include <gtest/gtest.h>
 
 namespace {
 
-struct Spot {
-    unsigned int id;
-    double x, y;
-};
-
-ZoPointList ListOf(std::initializer_list<Spot> spots) {
-    ZoPointList list;
-    for (const Spot& spot : spots)
-        list.Add(ZoPoint(spot.id, spot.x, spot.y, 0.0, 0));
-    return list;
-}
-
 TEST(PointList, SortsByPhotoPlusIdAndKeepsEqualOnes) {
-    ZoPointList list = ListOf({{5, 0, 0}, {3, 0, 0}, {4, 0, 0}, {4294967295U, 0, 0}});
+    ZoPointList list = PointsOf({{5, 0, 0, 0, 0}, {3, 0, 0, 0, 0}, {4, 0, 0, 0, 0}, {4294967295U, 0, 0, 0, 0}});
     list.First()->photoId = 2;          // 7
     list.First()->Next()->photoId = 1;  // 4, in front of the point 4
     list.Sort();
@@ -28,14 +17,14 @@ TEST(PointList, SortsByPhotoPlusIdAndKeepsEqualOnes) {
 }
 
 TEST(PointList, FindGoesForwardFromTheHintThenBack) {
-    ZoPointList list = ListOf({{5, 1, 0}, {6, 2, 0}, {5, 3, 0}, {7, 4, 0}});
+    ZoPointList list = PointsOf({{5, 1, 0, 0, 0}, {6, 2, 0, 0, 0}, {5, 3, 0, 0, 0}, {7, 4, 0, 0, 0}});
     list.Get(2)->photoId = 2;
     EXPECT_EQ(std::tuple(list.Find(5, 0, nullptr)->x, list.Find(5, 2, nullptr)->x, list.Find(5, 0, list.Get(1))->x),
               std::tuple(1.0, 3.0, 3.0));
     EXPECT_EQ(std::tuple(list.Find(6, 0, list.Last())->x, list.Find(5, 3, list.Get(1))), std::tuple(2.0, nullptr));
     list.Last()->name = L"Top";
     EXPECT_EQ(std::tuple(list.Find(L"Top"), list.Find(L"top")), std::tuple(list.Last(), nullptr));
-    const ZoPointList sorted = ListOf({{2, 0, 0}, {4, 0, 0}, {6, 0, 0}});
+    const ZoPointList sorted = PointsOf({{2, 0, 0, 0, 0}, {4, 0, 0, 0, 0}, {6, 0, 0, 0, 0}});
     EXPECT_EQ(sorted.FindInSortedList(4), sorted.Get(1));
     EXPECT_EQ(sorted.FindInSortedList(5), nullptr);
     EXPECT_EQ(sorted.FindInSortedList(7), nullptr);
@@ -45,22 +34,22 @@ TEST(PointList, NearestIsTheFirstOfEqualDistances) {
     double distance = -1.0;
     EXPECT_EQ(ZoPointList().FindNearest(ZoPoint(), &distance), nullptr);
     EXPECT_EQ(distance, HUGE_VAL);
-    const ZoPointList list = ListOf({{1, NAN, 0}, {2, 6, 0}, {3, 3, 4}, {4, 5, 0}});
+    const ZoPointList list = PointsOf({{1, NAN, 0, 0, 0}, {2, 6, 0, 0, 0}, {3, 3, 4, 0, 0}, {4, 5, 0, 0, 0}});
     EXPECT_EQ(list.FindNearest(ZoPoint(), &distance)->id, 3u);
     EXPECT_EQ(distance, 5.0);
 }
 
 TEST(PointList, CommonPointsAreCopiedAlsoIntoTheirOwnList) {
-    ZoPointList a = ListOf({{1, 0, 0}, {2, 0, 0}, {1, 5, 0}});
-    const ZoPointList b = ListOf({{1, 0, 0}, {3, 0, 0}});
+    ZoPointList a = PointsOf({{1, 0, 0, 0, 0}, {2, 0, 0, 0, 0}, {1, 5, 0, 0, 0}});
+    const ZoPointList b = PointsOf({{1, 0, 0, 0, 0}, {3, 0, 0, 0, 0}});
     EXPECT_EQ(FindCommonZoPointById(a, b, &a), 2);
     EXPECT_EQ(IdsOf(a), (Ids{1, 2, 1, 1, 1}));
 }
 
 TEST(PointList, MergeKeepsCoordinatesAndControl) {
-    ZoPointList coo = ListOf({{1, 10, 20}, {1, 11, 21}, {2, 30, 40}});
+    ZoPointList coo = PointsOf({{1, 10, 20, 0, 0}, {1, 11, 21, 0, 0}, {2, 30, 40, 0, 0}});
     coo.First()->controlFlags = 7;
-    ZoPointList computed = ListOf({{1, 99, 99}, {5, 0, 0}});
+    ZoPointList computed = PointsOf({{1, 99, 99, 0, 0}, {5, 0, 0, 0, 0}});
     computed.First()->name = L"new";
     computed.First()->flags = 4;
     computed.First()->residualZ = 0.5;
@@ -80,7 +69,7 @@ TEST(PointList, MergeKeepsCoordinatesAndControl) {
 }
 
 TEST(PointList, CentreIsTheMeanWithSummedDifferences) {
-    ZoPointList list = ListOf({{1, 1, 10}, {2, 2, 20}, {3, 6, 60}});
+    ZoPointList list = PointsOf({{1, 1, 10, 0, 0}, {2, 2, 20, 0, 0}, {3, 6, 60, 0, 0}});
     for (ZoPoint* point = list.First(); point; point = point->Next())
         point->dx = 0.5;
     const ZoPoint centre = ZoCalcGravitycenter(list);
@@ -109,7 +98,13 @@ TEST(PointList, TheTableTravelsWithTheListWithoutItsUnits) {
 }
 
 TEST(PointList, ClosedPathAngles) {
-    ZoPointList path = ListOf({{1, 0, 1}, {2, -1, 0}, {3, 0, 0}, {7, -3, 2}, {4, 1, 0}, {5, 1, 1}, {6, NAN, 2}});
+    ZoPointList path = PointsOf({{1, 0, 1, 0, 0},
+                                 {2, -1, 0, 0, 0},
+                                 {3, 0, 0, 0, 0},
+                                 {7, -3, 2, 0, 0},
+                                 {4, 1, 0, 0, 0},
+                                 {5, 1, 1, 0, 0},
+                                 {6, NAN, 2, 0, 0}});
     EXPECT_EQ(ZoSimpleClosedPath(path, &path), 7);
     EXPECT_EQ(IdsOf(path), (Ids{2, 3, 4, 5, 1, 7, 6}));
     EXPECT_EQ(path.Get(3)->residualX, 30.0);  // 1 / (2 + 1) of a quarter turn

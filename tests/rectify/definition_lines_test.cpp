@@ -3,12 +3,12 @@
 #include <limits>
 
 #include "tests/support/archive_item.h"
+#include "tests/support/points_of.h"
 #include "tests/support/read_block.h"
 #include "tests/support/written_text.h"
 #include <gtest/gtest.h>
 
 #include "zorv/math/line3d.h"
-#include "zorv/points/point_list.h"
 
 namespace {
 
@@ -20,17 +20,13 @@ constexpr auto kPerpendicular = ZoElspDefLineConstraint::ConstraintPerpendicular
 class DefinitionLines : public ::testing::Test {
   protected:
     DefinitionLines() {
-        points.Add(ZoPoint(1, 0, 0, 0, 0));
-        points.Add(ZoPoint(2, 8, 0, 0, 0));
-        points.Add(ZoPoint(3, 8, 2, 0, 0));
-        points.Add(ZoPoint(4, 0, 2, 0, 0));
         definition.MakeDefLine(1, 2);
         definition.MakeDefLine(4, 3);
         definition.MakeDefLine(2, 3);
         definition.MakeDefLine(1, 4);
     }
 
-    ZoPointList points;
+    ZoPointList points = PointsOf({{1, 0, 0, 0, 0}, {2, 8, 0, 0, 0}, {3, 8, 2, 0, 0}, {4, 0, 2, 0, 0}});
     ZoElspParallelDef definition{&points};
 };
 
@@ -40,8 +36,7 @@ TEST_F(DefinitionLines, LinesAreMadeOnceBetweenPointsThatExist) {
     EXPECT_FALSE(definition.MakeDefLine(2, 1)) << "joined already, the other way round";
     EXPECT_TRUE(!definition.MakeDefLine(1, 9) && definition.HasDefLineWithLastBikos());
     const ZoElspDefLine* line = definition.MakeDefLine(1, 3);
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line->GetId(), 5u);
+    EXPECT_TRUE(line && line->GetId() == 5);
     points.Add(ZoPoint(5, 9, 9, 0, 0));
     EXPECT_TRUE(definition.MakeDefLineFromLastTwoBikos() && definition.HasDefLineWithLastBikos());
 
@@ -125,8 +120,8 @@ TEST_F(DefinitionLines, TextReadsBack) {
     const std::string bytes = ArchiveBytes(definition);
     EXPECT_EQ(bytes.size(), 8 + 4 * (4u + 2 + 4 + 8 + 8 + 4 + 16) + 8 + (4u + 2 + 4 + 8 + 4 + 8));
     EXPECT_EQ(ReadArchiveBytes(bytes, stored), 0u);
+    EXPECT_EQ(WrittenText(stored), text);
     EXPECT_EQ(ArchiveBytes(stored), bytes);
-    EXPECT_EQ(stored.lines.First()->distance, 0.1);
 
     ZoElspParallelDef broken(&points);
     EXPECT_GT(ReadBlock("DEFLINE { 1 2 3 0 4.5 } DEFLINE { 1 2 \"three\" 0 } CONSTRAINT { 1 2 1 0 }",

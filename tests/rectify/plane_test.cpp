@@ -8,7 +8,6 @@
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
-#include "zorv/core/filter.h"
 #include "zorv/rectify/plane_list.h"
 
 namespace {
@@ -71,16 +70,6 @@ TEST(Plane, PointOnTheAxisOfTheGreatestCoefficient) {
     EXPECT_TRUE(ZoPlane().CalcPlaneVectorForSip() == ZoVector(0.0, 0.0, 0.0));
 }
 
-TEST(Plane, FilterFunctionsTellTheFlags) {
-    ZoPlane plane;
-    plane.SetActive(true);
-    EXPECT_EQ(ZoTestFilter(&IsPlaneFlagGuiCheckActive).Test(&plane), 2u);
-    EXPECT_EQ(ZoTestFilter(&IsPlaneFlagGuiSelect).Test(&plane), 0u);
-    plane.SetFlag(ZoPlane::kGuiSelected);
-    EXPECT_EQ(IsPlaneFlagGuiSelect(&plane), 1u);
-    EXPECT_EQ(IsPlaneFlagGuiSelect(nullptr), 0u);
-}
-
 TEST(PlaneList, FileHasOneBlockALine) {
     const TempFolder folder;
     ZoPlaneList list;
@@ -124,7 +113,11 @@ TEST(PlaneList, ActivePlanes) {
         list.Add(plane);
     }
     EXPECT_EQ(list.CountActivePlanes(), 2);
-    EXPECT_EQ(list.GetActivePlane()->GetId(), 2u);
+    ZoPlane& second = *list.GetActivePlane();
+    EXPECT_EQ(second.GetId(), 2u);
+    EXPECT_EQ(std::tuple(IsPlaneFlagGuiCheckActive(&second), IsPlaneFlagGuiSelect(&second)), std::tuple(2u, 0u));
+    second.SetFlag(ZoPlane::kGuiSelected);
+    EXPECT_EQ(std::tuple(IsPlaneFlagGuiSelect(&second), IsPlaneFlagGuiSelect(nullptr)), std::tuple(1u, 0u));
 }
 
 TEST(PlaneList, ArchiveBringsPlanesBack) {

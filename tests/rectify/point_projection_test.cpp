@@ -1,9 +1,9 @@
 #include "zorv/rectify/point_projection.h"
 
+#include "tests/support/points_of.h"
 #include <gtest/gtest.h>
 
 #include "zorv/math/affine_map3d.h"
-#include "zorv/points/point_list.h"
 
 namespace {
 
@@ -15,8 +15,7 @@ TEST(PointProjection, KeepsShapeAndFieldsAtOneHeight) {
         const ZoPoint3d p = tilt * ZoPoint3d(x, y, 0);
         list.Add(ZoPoint(id++, p.x(), p.y(), p.z(), 7));
     }
-    ZoPointList out;
-    out.Add(ZoPoint(1, 0, 0, 0, 0));
+    ZoPointList out = PointsOf({{1, 0, 0, 0, 0}});
     ASSERT_TRUE(ZoProjectPointListTo2d(&out, list));
     ASSERT_EQ(out.Count(), 5);
     EXPECT_EQ(std::tuple(out.First()->GetId(), out.Last()->GetControlFlags()), std::tuple(10u, 7));
@@ -27,9 +26,7 @@ TEST(PointProjection, KeepsShapeAndFieldsAtOneHeight) {
     // Onto itself, and what spans no plane.
     ASSERT_TRUE(ZoProjectPointListTo2d(&list, list));
     EXPECT_EQ(list.Count(), 5);
-    ZoPointList line;
-    for (int i = 0; i < 4; ++i)
-        line.Add(ZoPoint(1, i, i, i, 0));
+    const ZoPointList line = PointsOf({{1, 0, 0, 0, 0}, {1, 1, 1, 1, 0}, {1, 2, 2, 2, 0}});
     EXPECT_FALSE(ZoProjectPointListTo2d(&out, line) || ZoProjectPointListTo2d(nullptr, list));
     EXPECT_EQ(out.Count(), 5);
 }
