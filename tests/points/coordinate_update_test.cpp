@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tests/support/point_ids.h"
+#include "tests/support/points_of.h"
 
 #include "zorv/points/nearest_finder.h"
 
@@ -17,16 +18,12 @@ ZoPoint Point(unsigned int id, double x, double y, double difference) {
 
 // A list of the points 30, 10, 20 on the x axis, whose events are heard.
 struct CoordinateUpdate : testing::Test, LinkHdl {
-    CoordinateUpdate() {
-        for (const unsigned int id : {30U, 10U, 20U})
-            list.Add(ZoPoint(id, id, 0, 0, 0));
-        list.AddObserver(&observer);
-    }
+    CoordinateUpdate() { list.AddObserver(&observer); }
     long Heard(ZoNotifyEvent* event) {
         events.push_back(event->kind);
         return 0;
     }
-    ZoPointList list;
+    ZoPointList list = PointsOf({{30, 30, 0, 0, 0}, {10, 10, 0, 0, 0}, {20, 20, 0, 0, 0}});
     std::vector<int> events;
     ZoObserver observer{Link(static_cast<CoordinateUpdate*>(this), &CoordinateUpdate::Heard)};
     ZoCooListUpdateHelper helper{&list};
@@ -87,10 +84,9 @@ TEST_F(CoordinateUpdate, StepTwoMergesTheDecisionsAndSorts) {
 }
 
 TEST(NearestFinder, EachPointStandsUnderTheSmallestSquareThatHoldsIt) {
-    ZoPointList list;
-    const double places[][2] = {{10.5, 20}, {11, 21}, {5, 20}, {15.1, 20}, {9, 19}};
-    for (unsigned int i = 0; i < 5; ++i)
-        list.Add(ZoPoint(i + 1, places[i][0], places[i][1], 1000, 0));
+    const double z = 1000;  // only x and y matter
+    ZoPointList list =
+        PointsOf({{1, 10.5, 20, z, 0}, {2, 11, 21, z, 0}, {3, 5, 20, z, 0}, {4, 15.1, 20, z, 0}, {5, 9, 19, z, 0}});
     ZoNearestImoFinder finder(&list, ZoPoint(0, 10, 20, 0, 0), {5, 1});
     EXPECT_EQ(finder.radii, (std::vector<double>{1, 5}));
     EXPECT_EQ(finder.idsByRadius, (std::vector<Ids>{{1, 2, 5}, {3}}));

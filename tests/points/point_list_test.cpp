@@ -58,11 +58,9 @@ TEST(PointList, MergeKeepsCoordinatesAndControl) {
     EXPECT_EQ(std::tuple(merged.name, merged.flags, merged.residualZ, merged.x, merged.controlFlags),
               std::tuple(L"new", 4u, 0.5, 10.0, 7));
     EXPECT_TRUE(coo.Get(1)->name.empty());
-    unsigned long long total = 0;
-    unsigned long long used = 0;
+    unsigned long long total = 0, used = 0;
     coo.GetStat(total, used);
-    EXPECT_EQ(total, 3u);
-    EXPECT_EQ(used, 1u);
+    EXPECT_EQ(std::tuple(total, used), std::tuple(3u, 1u));
     EXPECT_TRUE(coo.HasControlPoints());
     coo.RemoveControlInformation();
     EXPECT_FALSE(coo.HasControlPoints());
@@ -73,9 +71,7 @@ TEST(PointList, CentreIsTheMeanWithSummedDifferences) {
     for (ZoPoint* point = list.First(); point; point = point->Next())
         point->dx = 0.5;
     const ZoPoint centre = ZoCalcGravitycenter(list);
-    EXPECT_DOUBLE_EQ(centre.x, 3.0);
-    EXPECT_DOUBLE_EQ(centre.y, 30.0);
-    EXPECT_EQ(centre.dx, 1.5);
+    EXPECT_EQ(std::tuple(centre.x, centre.y, centre.dx), std::tuple(3.0, 30.0, 1.5));
     EXPECT_TRUE(ZoCalcGravitycenter(ZoPointList()).IsOrigin());
 }
 

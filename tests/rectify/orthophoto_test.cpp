@@ -1,7 +1,9 @@
 #include "zorv/rectify/orthophoto.h"
 
+#include "tests/rectify/places.h"
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
+#include "tests/support/points_of.h"
 #include "tests/support/read_block.h"
 #include "tests/support/written_text.h"
 #include <gtest/gtest.h>
@@ -10,14 +12,6 @@
 
 namespace {
 
-void ExpectAt(const ZoPoint& point, double x, double y, double z) {
-    EXPECT_LT(point.Distance(ZoPoint(0, x, y, z, 0)), 1e-9) << point.x << ' ' << point.y << ' ' << point.z;
-}
-
-ZoMatrix Matrix(int size, std::initializer_list<double> values) {
-    return {values.begin(), size, size};
-}
-
 /// A part that shows rectification 9 of a photo in the pixels 0 to 10 from `left` on and moves them by 100 in z.
 ZoElspPlaneInfo Part(unsigned int photo, double left) {
     ZoElspPlaneInfo part;
@@ -25,8 +19,7 @@ ZoElspPlaneInfo Part(unsigned int photo, double left) {
     part.photoObject = ZoObject(photo, L"photo");
     part.elspObject = ZoObject(9, L"wall");
     part.transformation[3][4] = 100;
-    const double corners[][2] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-    for (const auto& [x, y] : corners)
+    for (const auto& [x, y] : {std::pair{0, 0}, {10, 0}, {10, 10}, {0, 10}})
         part.range.AddPoint(ZoPoint(0, left + x, y, 0, 0));
     return part;
 }
@@ -65,8 +58,7 @@ TEST(Orthophoto, PixelsTurnAndMirror) {
             ZoPoint point(0, 10, 20, 0, 0);
             ortho.InvAdjustPixelRotation(&point);
             ExpectAt(point, place[2], place[3], 0);
-            ZoPointList list;
-            list.Add(ZoPoint(0, 10, 20, 0, 0));
+            ZoPointList list = PointsOf({{0, 10, 20, 0, 0}});
             ortho.AdjustPixelRotation(&list);
             ExpectAt(*list.First(), place[0], place[1], 0);
             mirror == 0 || mirror == 3 ? ortho.ToggleMirrorX() : ortho.ToggleMirrorY();

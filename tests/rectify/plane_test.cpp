@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "tests/support/archive_item.h"
+#include "tests/support/hex_bytes.h"
 #include "tests/support/temp_folder.h"
 #include <gtest/gtest.h>
 
@@ -122,18 +123,14 @@ TEST(PlaneList, ActivePlanes) {
 
 TEST(PlaneList, ArchiveBringsPlanesBack) {
     ZoPlaneList list, back;
-    ZoPlane plane = Plane(1, 2, 3, 4.5);
+    ZoPlane& plane = *list.Add(Plane(1, 2, 3, 4.5));
     plane.SetId(77);
     plane.SetFlag(9);
-    list.Add(plane);
     const std::string bytes = ArchiveBytes(list);
-    // count 8, id 4, name 2, flags 4, size of the normal 4, four doubles
-    EXPECT_EQ(bytes.size(), 8u + 4 + 2 + 4 + 4 + 4 * 8);
+    EXPECT_EQ(bytes, HexBytes("0100000000000000 4d000000 0000 09000000"
+                              "03000000 000000000000f03f 0000000000000040 0000000000000840 0000000000001240"));
     EXPECT_EQ(ReadArchiveBytes(bytes, back), 0u);
-    ASSERT_EQ(back.Count(), 1);
-    EXPECT_EQ(std::tuple(back.First()->GetId(), back.First()->GetFlag()), std::tuple(77u, 9));
-    EXPECT_TRUE(back.First()->GetNorm() == ZoVector(1.0, 2.0, 3.0));
-    EXPECT_EQ(back.First()->D(), 4.5);
+    EXPECT_EQ(ArchiveBytes(back), bytes);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "tests/rectify/places.h"
 #include "tests/support/archive_item.h"
 #include "tests/support/hex_bytes.h"
 #include "tests/support/read_block.h"
@@ -14,10 +15,6 @@ namespace {
 
 constexpr double kTolerance = 1e-12;
 
-ZoMatrix Matrix(int size, std::initializer_list<double> values) {
-    return {values.begin(), size, size};
-}
-
 /// Takes (x, y) to (X, Y) = ((2 x + 1) / w, (3 y - 1) / w) with w = 1 + x / 10 and on to (X + 10, 20, Y + 30). The
 /// region is a rectangle of 10 by 4.
 ZoElspTrafo Wall() {
@@ -26,8 +23,7 @@ ZoElspTrafo Wall() {
     wall.SetName(L"Wall");
     wall.SetElspMat(Matrix(3, {2, 0, 1, 0, 3, -1, 0.1, 0, 1}));
     wall.SetTransMat(Matrix(4, {1, 0, 0, 10, 0, 0, -1, 20, 0, 1, 0, 30, 0, 0, 0, 1}));
-    const double corners[][2] = {{0, 0}, {10, 0}, {10, 4}, {0, 4}};
-    for (const auto& [x, y] : corners) {
+    for (const auto& [x, y] : {std::pair{0, 0}, {10, 0}, {10, 4}, {0, 4}}) {
         wall.region.AddPoint(ZoPoint(0, x, y, 0, 0));
         wall.bikoList.AddPoint(ZoPoint(static_cast<unsigned int>(wall.bikoList.Count() + 1), x, y, 0, 0));
     }
@@ -48,10 +44,6 @@ void TakeImage(ZoPhoto& photo) {
     photo.SetActiveFlag(ZoPhoto::kActive);
     photo.SetPixelRegion(ZoRegion(0, 0, 1000, 800));
     photo.preTrafo.Set(-5.0, 0.01, -4.0, 0.0);
-}
-
-void ExpectAt(const ZoPoint& point, double x, double y, double z, double tolerance = kTolerance) {
-    EXPECT_LT(point.Distance(ZoPoint(0, x, y, z, 0)), tolerance) << point.x << ' ' << point.y << ' ' << point.z;
 }
 
 TEST(Rectification, MapsBothWays) {
@@ -235,18 +227,19 @@ TEST(Rectification, ArchiveRecordHasItsPlaces) {
     constexpr std::size_t kInverses = kPoints + 3 * kPolygon + 16;
     constexpr std::size_t kValid = kInverses + 80 + 136;
     ASSERT_EQ(bytes.size(), kValid + 2 + 222);
-    struct Part {
-        std::size_t offset;
-        const char* hex;
+    const std::pair<std::size_t, const char*> parts[] = {
+        {0, "07000000 0000 02000000 03000000 03000000 000000000000f03f"},
+        {kSpace, "04000000 04000000 000000000000f03f"},
+        {kSpace + 8 + 3 * 8, "0000000000000040"},
+        {kPoints, "03000000"},
+        {kPoints + kPolygon, "01000000"},
+        {kInverses - kPolygon, "00000000"},
+        {kInverses + 80 + 8 + 3 * 8, "00000000000000c0"},
+        {kValid, "01 01 00000000 0000"},
     };
-    for (const Part& part :
-         {Part{0, "07000000 0000 02000000 03000000 03000000 000000000000f03f"},
-          Part{kSpace, "04000000 04000000 000000000000f03f"}, Part{kSpace + 8 + 3 * 8, "0000000000000040"},
-          Part{kPoints, "03000000"}, Part{kPoints + kPolygon, "01000000"}, Part{kInverses - kPolygon, "00000000"},
-          Part{kInverses, "03000000 03000000"}, Part{kInverses + 80 + 8 + 3 * 8, "00000000000000c0"},
-          Part{kValid, "01 01 00000000 0000"}}) {
-        const std::string expected = HexBytes(part.hex);
-        EXPECT_EQ(bytes.substr(part.offset, expected.size()), expected) << part.offset;
+    for (const auto& [offset, hex] : parts) {
+        const std::string expected = HexBytes(hex);
+        EXPECT_EQ(bytes.substr(offset, expected.size()), expected) << offset;
     }
 
     ZoElspTrafoList list;

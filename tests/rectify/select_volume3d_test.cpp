@@ -9,15 +9,14 @@ namespace {
 TEST(SelectVolume3d, HoldsWhatIsInsideAllFourPlanes) {
     // A pyramid that opens upwards from the offset, its sides at 45 degrees.
     const ZoPoint3d apex(5000000, 5100000, 300);
-    const double h = 0.70710678118654752;
-    const double normals[4][3] = {{h, 0, h}, {-h, 0, h}, {0, h, h}, {0, -h, h}};
     Zo3dSelectVolume volume;
-    for (int i = 0; i < 4; ++i) {
+    int side = 0;
+    for (const auto& [x, y] : {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}}) {
         ZoPlane plane;
-        plane.A() = normals[i][0];
-        plane.B() = normals[i][1];
-        plane.C() = normals[i][2];
-        volume.SetPlane(i, plane);
+        plane.A() = x;
+        plane.B() = y;
+        plane.C() = 1;
+        volume.SetPlane(side++, plane);
     }
     volume.SetOffset(apex);
     const ZoPoint3d inside = apex + ZoVector3d(1, -1.999, 2), face = apex + ZoVector3d(-2, 0, 2);
