@@ -63,15 +63,13 @@ TEST_F(GpsPosition, ValidityAndComparison) {
 // Worked out by the series of Krueger (1912) to the sixth order with another program; beyond UTM by the closed form of
 // the polar stereographic projection.
 TEST_F(GpsPosition, UtmAgreesWithKruegersSeries) {
-    struct Case {
-        double latitude, longitude, easting, northing;
-        const char* zone;
+    const std::tuple<double, double, double, double, const char*> cases[] = {
+        {48.2082, 16.3738, 602065.207411, 5340353.594304, "33n"},
+        {33.3, 44.4, 444140.544918, 3684706.355550, "38n"},
+        {-33.8568, 151.2153, 334900.569652, 6252288.752888, "56s"},
+        {86, 30, 2222134.214679, 1615252.254077, "n"},
     };
-    for (const auto& [latitude, longitude, easting, northing, zone] :
-         {Case{48.2082, 16.3738, 602065.207411, 5340353.594304, "33n"},
-          Case{33.3, 44.4, 444140.544918, 3684706.355550, "38n"},
-          Case{-33.8568, 151.2153, 334900.569652, 6252288.752888, "56s"},
-          Case{86, 30, 2222134.214679, 1615252.254077, "n"}}) {
+    for (const auto& [latitude, longitude, easting, northing, zone] : cases) {
         const ZoUtmPoint utm(Position(latitude, longitude, 12.5));
         EXPECT_EQ(utm.zoneText, zone);
         EXPECT_NEAR(utm.easting, easting, kMillimetre);

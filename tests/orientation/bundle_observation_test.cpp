@@ -41,11 +41,7 @@ TEST(BundleObservationList, FilesAreBroughtToTheSlots) {
     record.Init();
     EXPECT_EQ(WrittenText(record) + '\n', kNewLine);
     EXPECT_EQ(record.GetExtra(), 0.0);
-    const struct {
-        const char* name;
-        std::string text;
-        int complete;
-    } kFiles[] = {
+    const std::tuple<const char*, std::string, int> files[] = {
         {"empty", "", 0},
         {"more than slots", Repeated(kLine, 30), 30},
         {"free form", "-1 -7 1001 4294967295 -12.345679 5e-1 ; note\r\n1 -7\n1001 -1 -12345679.e-6 .5", 2},
@@ -53,15 +49,15 @@ TEST(BundleObservationList, FilesAreBroughtToTheSlots) {
         {"a word in a record", kLine + "1 7 1001 west 12.345 0.5\n" + kLine, 1},
         {"a number that is none", kLine + "1 7 1001 10x2 12.345 0.5\n" + kLine, 1},
     };
-    for (const auto& file : kFiles) {
-        const std::wstring name = folder.Write("a.aob", file.text);
+    for (const auto& [what, text, complete] : files) {
+        const std::wstring name = folder.Write("a.aob", text);
         ZoBundleAOBList list;
         EXPECT_EQ(list.ReadFile(name.c_str()), 1);
-        const int kept = std::min(file.complete, 25);
-        EXPECT_EQ(WrittenText(list), Repeated(kLine, kept) + Repeated(kNewLine, 25 - kept)) << file.name;
+        const int kept = std::min(complete, 25);
+        EXPECT_EQ(WrittenText(list), Repeated(kLine, kept) + Repeated(kNewLine, 25 - kept)) << what;
         EXPECT_EQ(list.First()->GetExtra(), 0.0);
         EXPECT_EQ(list.ReadV50(name), 1);
-        EXPECT_EQ(WrittenText(list), Repeated(kLine, file.complete)) << file.name;
+        EXPECT_EQ(WrittenText(list), Repeated(kLine, complete)) << what;
     }
     ZoBundleAOBList list;
     list.First()->SetType(5);

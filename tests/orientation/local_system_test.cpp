@@ -41,14 +41,11 @@ ZoLokalSystemDef Definition(int axis, int plane, const ZoScaleDef& scale = {}, u
 
 TEST(LocalSystem, AxisAndPlaneLieWhereTheDefinitionSays) {
     // Where the point at 1, 2, 3 along u, v, w stands, seen from the start of the axis.
-    const struct {
-        int axis, plane;
-        double x, y, z;
-    } kCases[] = {
+    const std::tuple<int, int, double, double, double> cases[] = {
         {eAxisX, ePlaneXY, 1, 2, 3}, {eAxisX, ePlaneZX, 1, -3, 2}, {eAxisY, ePlaneXY, 2, 1, -3},
         {eAxisY, ePlaneYZ, 3, 1, 2}, {eAxisZ, ePlaneZX, 2, 3, 1},  {eAxisZ, ePlaneYZ, -3, 2, 1},
     };
-    for (const auto& [axis, plane, x, y, z] : kCases) {
+    for (const auto& [axis, plane, x, y, z] : cases) {
         SCOPED_TRACE(axis * 10 + plane);
         ZoPointList room = Room();
         ZoTrafo3d trafo;
@@ -90,12 +87,7 @@ TEST(LocalSystem, WhatCannotBeComputedIsTold) {
     const ZoScaleDef good{1, 2, 3.0};
     ZoLokalSystemDef farAway = def(good);
     farAway.z = std::numeric_limits<double>::infinity();
-    const struct {
-        const char* name;
-        ZoLokalSystemDef def;
-        double fixedScale;
-        eTrafo3DStatus status;
-    } kCases[] = {
+    const std::tuple<const char*, ZoLokalSystemDef, double, eTrafo3DStatus> cases[] = {
         {"distance from a point to itself", def({2, 2, 3.0}), 1.0, eTrafo3DBadScaleDef},
         {"point used twice", def(good, 1), 1.0, eTrafo3DNoSolution},
         {"point missing", def(good, 9), 1.0, eTrafo3DPointMissing},
@@ -114,12 +106,12 @@ TEST(LocalSystem, WhatCannotBeComputedIsTold) {
     for (const double north : {0.0, 5.4e6}) {  // rounding there makes an angle of what is a line
         for (ZoPoint* point = room.First(); point; point = point->Next())
             point->y += north;
-        for (const auto& known : kCases) {
+        for (const auto& [name, known, fixedScale, status] : cases) {
+            SCOPED_TRACE(name);
             ZoTrafo3d trafo;
-            EXPECT_FALSE(trafo.CalcByLocalSystem(known.def, &room, known.fixedScale, 0.1)) << known.name;
-            EXPECT_EQ(trafo.GetStatus(), known.status) << known.name;
-            EXPECT_EQ(trafo.rotation[1][1], 0.0) << known.name;
-            EXPECT_FALSE(trafo.CalcByLocalSystem(known.def, nullptr, known.fixedScale, 0.1)) << known.name;
+            EXPECT_FALSE(trafo.CalcByLocalSystem(known, &room, fixedScale, 0.1));
+            EXPECT_EQ(std::tuple(trafo.GetStatus(), trafo.rotation[1][1]), std::tuple(status, 0.0));
+            EXPECT_FALSE(trafo.CalcByLocalSystem(known, nullptr, fixedScale, 0.1));
         }
     }
 }

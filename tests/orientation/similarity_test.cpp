@@ -134,10 +134,7 @@ TEST(Similarity, ExactSetsAreReproduced) {
 
 TEST(Similarity, PointsWithoutASolutionAreRefused) {
     const Coordinates line{0, 0, 0, 0.1, 0.7, 0.3, 0.25, 1.75, 0.75, 0.7, 4.9, 2.1};
-    const struct {
-        const char* name;
-        Coordinates source, control;
-    } kCases[] = {
+    const std::tuple<const char*, Coordinates, Coordinates> cases[] = {
         {"one place", Coordinates(9, 5.0), kSpatial},
         {"one place of control", kSpatial, Coordinates(9, 5.0)},
         {"line", line, kSpatial},
@@ -149,10 +146,10 @@ TEST(Similarity, PointsWithoutASolutionAreRefused) {
         {"not a number", {1, 2, 3, 4, std::nan(""), 6, 7, 8, 10}, kSpatial},
         {"infinite", kSpatial, {1, 2, 3, 4, 5, 6, 7, 8, std::numeric_limits<double>::infinity()}},
     };
-    for (const auto& known : kCases) {
+    for (const auto& [name, source, control] : cases) {
         ZoTrafo3d trafo;
-        EXPECT_FALSE(Fit(trafo, known.control, known.source)) << known.name;
-        EXPECT_EQ(trafo.GetStatus(), eTrafo3DNoSolution) << known.name;
+        EXPECT_FALSE(Fit(trafo, control, source)) << name;
+        EXPECT_EQ(trafo.GetStatus(), eTrafo3DNoSolution) << name;
     }
 }
 

@@ -75,11 +75,9 @@ TEST(MeasurementLog, NotificationsComeBackOnEveryWayOut) {
     ZoObserver observer(&log, Link(&listener, &Listener::Hear));
     // Two items and the end of the file; an item that breaks off.
     log.ReadFile(folder.Write("a.mlg", kHead + "}\n" + kHead + " 5 1 2}\n"));
-    EXPECT_EQ(listener.heard, "111");
-    EXPECT_EQ(log.Count(), 2);
+    EXPECT_EQ(std::tuple(listener.heard, log.Count()), std::tuple("111", 2));
     log.ReadFile(folder.Write("b.mlg", kHead + " 5 1 x}\n" + kHead + "}\n"));
-    EXPECT_EQ(listener.heard, "1111");
-    EXPECT_EQ(log.Count(), 2);
+    EXPECT_EQ(std::tuple(listener.heard, log.Count()), std::tuple("1111", 2));
     EXPECT_TRUE(log.IsNotifyEnabled());
 }
 

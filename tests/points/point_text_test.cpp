@@ -47,11 +47,7 @@ int ReadLine(ZoPoint& point, std::string line, std::initializer_list<int> kinds)
 }
 
 TEST(PointText, EachColumnHasItsWidthAndTitle) {
-    const struct {
-        int kind;
-        const char* title;
-        const char* text;
-    } rows[] = {
+    const std::tuple<int, const char*, const char*> columns[] = {
         {1, "          #", "         17"},
         {2, "                  Name", " \"W\xC3\xA4nd '2' \"         "},
         {4, "       Flag", "            4294967295"},
@@ -69,11 +65,11 @@ TEST(PointText, EachColumnHasItsWidthAndTitle) {
         {-1, "", ""},
         {108, "", ""},
     };
-    for (const auto& row : rows) {
-        std::ostringstream title;
-        title << Columns({row.kind});
-        EXPECT_EQ(title.str(), row.title) << row.kind;
-        EXPECT_EQ(Written(FullPoint(), Columns({row.kind})), row.text) << row.kind;
+    for (const auto& [kind, title, text] : columns) {
+        std::ostringstream head;
+        head << Columns({kind});
+        EXPECT_EQ(head.str(), title) << kind;
+        EXPECT_EQ(Written(FullPoint(), Columns({kind})), text) << kind;
     }
     EXPECT_EQ(Written(FullPoint(), Columns({3, 32, 21, 28, 0, 1})), "        0");
 }
