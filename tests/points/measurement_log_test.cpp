@@ -27,10 +27,9 @@ const std::string kHead =
     "                        0                        0    3   17 {";
 
 TEST(MeasurementLog, ItemsHaveOneLineOfColumns) {
-    const std::string images =
-        "          5                 10.25                  20.5          6                 11.25                  "
-        "21.5";
-    EXPECT_EQ(WrittenText(Item(2)), kHead + images + "}");
+    const std::string first = "          5                 10.25                  20.5";
+    const std::string second = "          6                 11.25                  21.5";
+    EXPECT_EQ(WrittenText(Item(2)), kHead + first + second + "}");
     EXPECT_EQ(WrittenText(Item(0)), kHead + "}");
 }
 
