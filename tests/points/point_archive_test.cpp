@@ -6,18 +6,24 @@
 
 namespace {
 
-/// Record of one point: id 7, name "Aé", flags 4, photo 2, camera 3, control 5, x 1.0, 11 images, color 0x010203.
+/// Record of one point: id 7, name "Aé", flags 4, photo 2, camera 3, control 5, the coordinates 1 to 9, the normal
+/// 0.5, 1, 2, 11 images, color 0x010203.
 std::string PointBytes() {
-    return HexBytes("07000000 4100e9000000 04000000 02000000 03000000 0500 000000000000f03f") +
-           std::string(8 * 8 + 14, '\0') + HexBytes("0b00 03020100");
+    return HexBytes(
+        "07000000 4100e9000000 04000000 02000000 03000000 0500"
+        "000000000000f03f 0000000000000040 0000000000000840 0000000000001040 0000000000001440 0000000000001840"
+        "0000000000001c40 0000000000002040 0000000000002240 0000003f 0000803f 00000040 0000 0b00 03020100");
 }
 
 TEST(PointArchive, RecordsHaveTheirBytes) {
-    ZoPoint point(7, 1.0, 0.0, 0.0, 5);
+    ZoPoint point(7, 1.0, 2.0, 3.0, 5);
     point.name = L"A\u00E9";
     point.flags = 4;
     point.photoId = 2;
     point.cameraId = 3;
+    std::tie(point.dx, point.dy, point.dz) = std::tuple(4, 5, 6);
+    std::tie(point.residualX, point.residualY, point.residualZ) = std::tuple(7, 8, 9);
+    std::tie(point.vx, point.vy, point.vz) = std::tuple(0.5F, 1.0F, 2.0F);
     point.imoCount = 11;
     point.color = 0x010203;
     point.spare1 = 99;

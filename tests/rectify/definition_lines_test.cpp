@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "tests/support/archive_item.h"
+#include "tests/support/hex_bytes.h"
 #include "tests/support/points_of.h"
 #include "tests/support/read_block.h"
 #include "tests/support/written_text.h"
@@ -101,11 +102,12 @@ TEST_F(DefinitionLines, TextReadsBack) {
     definition.lines.First()->xAxis = 1;
     definition.lines.First()->distance = 0.1;
     definition.lines.Last()->distance = -std::numeric_limits<double>::infinity();
-    definition.MakeConstraintDef(1, 2, kParallel);
+    definition.MakeConstraintDef(1, 2, kParallel)->value = 0.5;
     const std::string text = WrittenText(definition);
     EXPECT_TRUE(
         text.starts_with("DEFLINE         {          1           1           2           1  0.10000000000000001}\n"))
         << text;
+    EXPECT_TRUE(text.ends_with("CONSTRAINT      {          1           2           1         0.5}\n")) << text;
 
     ZoElspParallelDef back(&points);
     EXPECT_EQ(ReadBlock(text, [&](ZoReaderObject* object) { back.Read(object); }), 0);
@@ -115,7 +117,12 @@ TEST_F(DefinitionLines, TextReadsBack) {
 
     ZoElspParallelDef stored(&points);
     const std::string bytes = ArchiveBytes(definition);
-    EXPECT_EQ(bytes.size(), 8 + 4 * (4u + 2 + 4 + 8 + 8 + 4 + 16) + 8 + (4u + 2 + 4 + 8 + 4 + 8));
+    const std::string line =
+        HexBytes("01000000 0000 00000000 01000000 02000000 9a9999999999b93f 01000000") + std::string(16, '\0');
+    const std::string constraint =
+        HexBytes("0100000000000000 01000000 0000 00000000 01000000 02000000 01000000 000000000000e03f");
+    EXPECT_TRUE(bytes.starts_with(HexBytes("0400000000000000") + line) && bytes.ends_with(constraint));
+    EXPECT_EQ(bytes.size(), 8 + 4 * line.size() + constraint.size());
     EXPECT_EQ(ReadArchiveBytes(bytes, stored), 0u);
     EXPECT_EQ(WrittenText(stored), text);
     EXPECT_EQ(ArchiveBytes(stored), bytes);
