@@ -96,24 +96,21 @@ TEST(CloudSelection, DeletingNothingMakesTheBoundsAnew) {
 
 TEST(CloudSelection, DeletedPointsGoThroughTransformations) {
     ZoPointCloud cloud = Row();
-    ZoPointCloud whole = cloud;
     const ZoAffinMap3d maps[] = {ZoAffinMap3d::RotZ(std::numbers::pi / 2) * ZoAffinMap3d::Scale(2, 1, 1),
                                  ZoAffinMap3d::Translate(100, 0, -7)};
     for (const ZoAffinMap3d& map : maps) {
         cloud.points[3].SetSelected(true);
         EXPECT_EQ(cloud.DeleteSelectedPoints(), 1u);
         EXPECT_TRUE(cloud.Transform(map));
-        whole.Transform(map);
     }
     while (cloud.UndoDelete()) {
     }
-    ASSERT_EQ(cloud.Size(), whole.Size());
+    ASSERT_EQ(cloud.Size(), 10u);
     for (const ZoScanPoint3d& point : cloud.points) {
-        const ZoScanPoint3d& expected = whole.points[point.falseColor];
-        EXPECT_TRUE(point.x() == expected.x() && point.y() == expected.y() && point.z() == expected.z());
         // (x, 0, 0) was stretched to (2 x, 0, 0), turned to (0, 2 x, 0) and shifted; its normal shrank.
         EXPECT_NEAR(point.y(), 2.0 * point.falseColor, 1e-12);
         EXPECT_NEAR(point.x(), 100, 1e-12);
+        EXPECT_NEAR(point.z(), -7, 1e-12);
         EXPECT_NEAR(point.normal[1], 0.5, 1e-7);
     }
     EXPECT_NEAR(cloud.box.Ymax(), 18, 1e-12);

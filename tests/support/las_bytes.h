@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,11 @@ namespace las_bytes {
 template <class Number>
 void Put(std::string& bytes, std::size_t at, Number number) {
     std::memcpy(bytes.data() + at, &number, sizeof number);
+}
+
+template <class Number>
+void Append(std::string& bytes, const Number& number) {
+    bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
 }
 
 /// A header of version 1.`minor` with scales 0.01, 0.02, 0.5 and offsets 1000, 2000, -3; the points follow at once.
@@ -35,23 +41,27 @@ inline std::string Header(int minor, unsigned int format, unsigned int recordLen
     return bytes;
 }
 
+/// A group of fields of a compressed record.
 struct Item {
     std::uint16_t type, size, version;
 };
+using Items = std::vector<Item>;
+
+inline std::size_t RecordLength(const Items& items) {
+    return std::accumulate(items.begin(), items.end(), std::size_t{0},
+                           [](std::size_t sum, const Item& item) { return sum + item.size; });
+}
 
 /// A header with the record of the compressor behind it; the compressed points follow at once.
 inline std::string LazHeader(int minor, unsigned int format, std::uint64_t points, std::uint16_t compressor,
-                             std::uint32_t chunkSize, const std::vector<Item>& items) {
-    unsigned int recordLength = 0;
+                             std::uint32_t chunkSize, const Items& items) {
     std::string record(34, '\0');
     Put(record, 0, compressor);
     Put(record, 12, chunkSize);
     Put(record, 32, static_cast<std::uint16_t>(items.size()));
-    for (const Item& item : items) {
-        record.append(reinterpret_cast<const char*>(&item), sizeof item);
-        recordLength += item.size;
-    }
-    std::string bytes = Header(minor, format | 0x80, recordLength, points);
+    for (const Item& item : items)
+        Append(record, item);
+    std::string bytes = Header(minor, format | 0x80, static_cast<unsigned int>(RecordLength(items)), points);
     std::string recordHeader(54, '\0');
     std::memcpy(recordHeader.data() + 2, "laszip encoded", 14);
     Put(recordHeader, 18, std::uint16_t{22204});

@@ -1,29 +1,28 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <cstring>
+#include <cstdlib>
 #include <map>
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "tests/support/las_bytes.h"
 
 #include "zorv/cloud/las/adaptive_model.h"
 #include "zorv/cloud/las/las_point.h"
 #include "zorv/cloud/las/point14_decoder.h"
 #include "zorv/cloud/las/running_median.h"
 
-/// Writes layered chunks of LAZ for the tests: coordinates, returns, intensity and colours change from point to point,
-/// all else stays as in the first one.
+/// Writes layered chunks of LAZ for the tests: coordinates, return number, channel, intensity and colours change from
+/// point to point, all else stays as in the first one.
 namespace laz {
 
 using namespace zorv::las;
-
-template <class Number>
-void Append(std::string& bytes, Number number) {
-    bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
-}
+using las_bytes::Append;
 
 class ArithmeticEncoder {
   public:
@@ -48,11 +47,11 @@ class ArithmeticEncoder {
         }
         Shrink(value * (length >> count), length >> count);
     }
-    /// As many bytes as the decoder takes.
+    /// With the four bytes that the decoder reads ahead.
     std::string Finish() {
-        const bool oneByte = length > 2u << 24;
-        oneByte ? Shrink(1u << 24, 1u << 23) : Shrink(1u << 23, 1u << 15);
-        return code + std::string(oneByte ? 3 : 2, '\0');
+        for (int i = 0; i < 4; ++i, base <<= 8)
+            code += static_cast<char>(base >> 24);
+        return code;
     }
 
   private:
@@ -85,22 +84,23 @@ class IntegerEncoder {
     IntegerEncoder(unsigned int numberBits, unsigned int contexts)
         : width(numberBits), lengths(contexts, AdaptiveSymbols<33>(numberBits + 1)) {}
 
-    void Encode(ArithmeticEncoder& encoder, std::int32_t prediction, std::int32_t value, unsigned int context) {
+    /// Returns the bits of the correction.
+    unsigned int Encode(ArithmeticEncoder& encoder, std::int32_t prediction, std::int32_t value, unsigned int context) {
         std::int32_t c = Step(prediction, value);
         if (width == 16) c = static_cast<std::int16_t>(c);
-        bits = static_cast<unsigned int>(std::bit_width(static_cast<std::uint32_t>(c <= 0 ? -std::int64_t{c} : c - 1)));
+        const std::int64_t size = c <= 0 ? -std::int64_t{c} : c - 1;
+        const auto bits = static_cast<unsigned int>(std::bit_width(static_cast<std::uint32_t>(size)));
         encoder.Symbol(lengths[context], bits);
         if (bits == 0) encoder.Bit(zeroOrOne, c == 1);
-        if (bits == 0 || bits == 32) return;
+        if (bits == 0 || bits == 32) return bits;
         const auto place = static_cast<std::uint32_t>(c < 0 ? c + static_cast<std::int32_t>((1u << bits) - 1) : c - 1);
         const unsigned int lower = bits > 8 ? bits - 8 : 0;
         auto& upper = uppers[bits];
         if (!upper.IsBegun()) upper.Begin(1u << (bits - lower));
         encoder.Symbol(upper, place >> lower);
         if (lower > 0) encoder.Bits(lower, place & ((1u << lower) - 1));
+        return bits;
     }
-
-    unsigned int bits = 0;  ///< of the last correction
 
   private:
     unsigned int width;
@@ -109,34 +109,32 @@ class IntegerEncoder {
     std::array<AdaptiveSymbols<256>, 32> uppers;
 };
 
-/// A record of formats 6 to 10 as far as it varies here.
+/// A record of formats 6 to 10: one of kReturns returns, all of them at the same time.
 struct Record {
+    static constexpr unsigned int kReturns = 9;
     LASpoint point;
     unsigned int returnNumber = 1;
-    unsigned int returns = 1;
     unsigned int channel = 0;
-    bool newTime = false;
 };
 
 struct Channel {
     explicit Channel(const Record& like) : last(like) {
-        last.newTime = false;
         heights.fill(like.point.Z);
         intensities.fill(like.point.intensity);
     }
     Record last;
-    std::vector<AdaptiveSymbols<128>> changed{8, AdaptiveSymbols<128>(128)};
+    std::vector<AdaptiveSymbols<128>> changed{4, AdaptiveSymbols<128>(128)};
     AdaptiveSymbols<3> step{3};
-    std::map<unsigned int, AdaptiveSymbols<16>> returnsAfter, numberAfter;
-    AdaptiveSymbols<13> numberAtSameTime{13};
+    AdaptiveSymbols<13> numberStep{13};
     IntegerEncoder x{32, 2}, y{32, 22}, z{32, 20}, intensity{16, 4};
-    std::array<RunningMedian, 12> xSteps, ySteps;
-    std::array<std::int32_t, 8> heights{};
-    std::array<std::uint16_t, 8> intensities{};
+    std::array<RunningMedian, 6> xSteps, ySteps;
+    std::array<std::int32_t, 8> heights;
+    std::array<std::uint16_t, 4> intensities;
 };
 
 struct ColorChannel {
-    std::array<std::uint16_t, 3> last{};
+    explicit ColorChannel(const LASpoint& like) : last(like) {}
+    LASpoint last;
     AdaptiveSymbols<128> changed{128};
     std::vector<AdaptiveSymbols<256>> bytes{6, AdaptiveSymbols<256>(256)};
 };
@@ -144,138 +142,111 @@ struct ColorChannel {
 /// One chunk: the layers of its records.
 class ChunkEncoder {
   public:
-    ChunkEncoder(unsigned int version, const Record& first) : exactChannels(version >= 4), current(first.channel) {
-        channels[current] = std::make_unique<Channel>(first);
-        colorCurrent = current;
-        colors[current] = std::make_unique<ColorChannel>();
-        std::copy_n(first.point.rgb, 3, colors[current]->last.begin());
+    ChunkEncoder(unsigned int version, const Record& first)
+        : exactChannels(version >= 4), current(first.channel), colorCurrent(first.channel) {
+        channels.try_emplace(current, first);
+        colors.try_emplace(current, first.point);
     }
 
     void Add(const Record& record) {
-        Channel& before = *channels[current];
+        Channel& before = channels.at(current);
+        Channel& channel = channels.try_emplace(record.channel, before.last).first->second;
         const bool switches = record.channel != current;
-        const bool isNew = !channels[record.channel];
-        const Record& last = isNew ? before.last : channels[record.channel]->last;
-        const unsigned int difference = (record.returnNumber + 16 - last.returnNumber) % 16;
+        const unsigned int difference = (record.returnNumber + 16 - channel.last.returnNumber) % 16;
         const std::uint32_t numberChange = difference == 15 ? 2 : (difference < 2 ? difference : 3);
-        const std::uint32_t changes = numberChange | (record.returns != last.returns ? 4u : 0u) |
-                                      (record.newTime ? 16u : 0u) | (switches ? 64u : 0u);
-        const unsigned int context = (before.last.returnNumber == 1 ? 1u : 0u) |
-                                     (before.last.returnNumber >= before.last.returns ? 2u : 0u) |
-                                     (before.last.newTime ? 4u : 0u);
-        xy.Symbol(before.changed[context], changes);
+        xy.Symbol(before.changed[Place(before.last)], numberChange | (switches ? 64u : 0u));
         if (switches) xy.Symbol(before.step, (record.channel + 3 - current) % 4);
-        if (isNew) channels[record.channel] = std::make_unique<Channel>(before.last);
+        if (numberChange == 3) xy.Symbol(channel.numberStep, difference - 2);
         current = record.channel;
-        Channel& channel = *channels[current];
-        if (changes & 4) xy.Symbol(Table(channel.returnsAfter, channel.last.returns), record.returns);
-        if (numberChange == 3) {
-            record.newTime ? xy.Symbol(Table(channel.numberAfter, channel.last.returnNumber), record.returnNumber)
-                           : xy.Symbol(channel.numberAtSameTime, difference - 2);
-        }
         AddPoint(channel, record);
-        AddColor(record, switches);
+        AddColor(record.point, exactChannels || switches ? current : 0);
         channel.last = record;
     }
 
     ArithmeticEncoder xy, z, intensity, rgb;
 
   private:
-    static AdaptiveSymbols<16>& Table(std::map<unsigned int, AdaptiveSymbols<16>>& table, unsigned int key) {
-        return table.try_emplace(key, 16u).first->second;
+    /// First, last, or between.
+    static unsigned int Place(const Record& record) {
+        return (record.returnNumber == 1 ? 1u : 0u) | (record.returnNumber >= Record::kReturns ? 2u : 0u);
     }
 
     void AddPoint(Channel& to, const Record& record) {
         const LASpoint& point = record.point;
-        const unsigned int n = record.returns;
-        const unsigned int r = record.returnNumber;
-        const unsigned int single = n == 1 ? 1 : 0;
-        const unsigned int time = record.newTime ? 1 : 0;
-        const unsigned int returnContext = 2u * kReturnContext14[n][r] + time;
+        const std::size_t context = kReturnContext14[Record::kReturns][record.returnNumber];
         const std::int32_t xStep = Step(to.last.point.X, point.X);
-        to.x.Encode(xy, to.xSteps[returnContext].Get(), xStep, single);
-        to.xSteps[returnContext].Add(xStep);
+        const unsigned int xBits = to.x.Encode(xy, to.xSteps[context].Get(), xStep, 0);
+        to.xSteps[context].Add(xStep);
         const std::int32_t yStep = Step(to.last.point.Y, point.Y);
-        to.y.Encode(xy, to.ySteps[returnContext].Get(), yStep, single + std::min(to.x.bits / 2 * 2, 20u));
-        to.ySteps[returnContext].Add(yStep);
-        std::int32_t& height = to.heights[std::min(n > r ? n - r : r - n, 7u)];
-        to.z.Encode(z, height, point.Z, single + std::min((to.x.bits + to.y.bits) / 2 / 2 * 2, 18u));
-        height = point.Z;
-        const unsigned int place = (r == 1 ? 2u : 0u) + (r >= n ? 1u : 0u);
-        std::uint16_t& before = to.intensities[2 * place + time];
-        to.intensity.Encode(intensity, before, point.intensity, place);
-        before = point.intensity;
+        const unsigned int yBits = to.y.Encode(xy, to.ySteps[context].Get(), yStep, std::min(xBits / 2 * 2, 20u));
+        to.ySteps[context].Add(yStep);
+        const int behind = static_cast<int>(Record::kReturns) - static_cast<int>(record.returnNumber);
+        std::int32_t& height = to.heights[static_cast<std::size_t>(std::min(std::abs(behind), 7))];
+        to.z.Encode(z, std::exchange(height, point.Z), point.Z, std::min((xBits + yBits) / 2 / 2 * 2, 18u));
+        const unsigned int place = record.returnNumber == 1 ? 2 : (behind <= 0 ? 1 : 0);
+        std::uint16_t& before = to.intensities[place];
+        to.intensity.Encode(intensity, std::exchange(before, point.intensity), point.intensity, place);
     }
 
     /// All six bytes, whether changed or not, against what the decoder will have seen before.
-    void AddColor(const Record& record, bool switched) {
-        std::array<std::uint16_t, 3>* last = &colors[colorCurrent]->last;
-        const unsigned int next = exactChannels || switched ? record.channel : 0;
-        if (next != colorCurrent) {
-            const bool isNew = !colors[next];
-            if (isNew) {
-                colors[next] = std::make_unique<ColorChannel>();
-                colors[next]->last = *last;
-            }
-            if (isNew || exactChannels) last = &colors[next]->last;
-            colorCurrent = next;
+    void AddColor(const LASpoint& point, unsigned int channel) {
+        LASpoint* last = &colors.at(colorCurrent).last;
+        if (channel != colorCurrent) {
+            const auto [entry, isNew] = colors.try_emplace(channel, *last);
+            if (isNew || exactChannels) last = &entry->second.last;
+            colorCurrent = channel;
         }
-        ColorChannel& models = *colors[colorCurrent];
+        ColorChannel& models = colors.at(colorCurrent);
         rgb.Symbol(models.changed, 127);
-        int change[2] = {0, 0};
-        for (unsigned int c = 0; c < 3; ++c) {
-            for (unsigned int half = 0; half < 2; ++half) {
-                const int old = (*last)[c] >> (8 * half) & 0xff;
-                const int now = record.point.rgb[c] >> (8 * half) & 0xff;
-                const int expected = std::min(std::max(old + change[half], 0), 255);
-                rgbDeferred[c][half] = {2 * c + half, static_cast<std::uint32_t>(now - expected) & 0xff};
-                change[half] = c == 0 ? now - old : (change[half] + now - old) / 2;
-            }
+        const auto add = [&](unsigned int color, unsigned int half, int expectedChange) {
+            const int before = last->rgb[color] >> (8 * half) & 0xff;
+            const int now = point.rgb[color] >> (8 * half) & 0xff;
+            const int expected = std::clamp(before + expectedChange, 0, 255);
+            rgb.Symbol(models.bytes[2 * color + half], static_cast<std::uint32_t>(now - expected) & 0xff);
+            return now - before;
+        };
+        const int red[] = {add(0, 0, 0), add(0, 1, 0)};
+        for (const unsigned int half : {0u, 1u}) {
+            const int green = add(1, half, red[half]);
+            add(2, half, (red[half] + green) / 2);
         }
-        // Red's halves, then green and blue of the lower half, then of the upper one.
-        for (const auto& [c, half] : {std::pair{0, 0}, {0, 1}, {1, 0}, {2, 0}, {1, 1}, {2, 1}})
-            rgb.Symbol(models.bytes[rgbDeferred[c][half].first], rgbDeferred[c][half].second);
-        std::copy_n(record.point.rgb, 3, last->begin());
+        *last = point;
     }
 
     bool exactChannels;
     unsigned int current;
     unsigned int colorCurrent;
-    std::array<std::unique_ptr<Channel>, 4> channels;
-    std::array<std::unique_ptr<ColorChannel>, 4> colors;
-    std::pair<unsigned int, std::uint32_t> rgbDeferred[3][2];
+    std::map<unsigned int, Channel> channels;
+    std::map<unsigned int, ColorChannel> colors;
 };
 
-/// The groups of fields behind the first one.
+/// The groups of a record: the points, with colours the colours, and others that stay as they are.
 struct Groups {
-    std::size_t colorBytes = 0;  ///< 6, or 8 with infrared, which has one more layer
-    std::size_t restBytes = 0;   ///< of groups that stay as they are
-    std::size_t restLayers = 0;
+    las_bytes::Items items;
+    std::size_t layers;
+    bool hasColors;
 };
 
 /// The bytes of a chunk: first record, number of points, sizes of the layers, layers.
-inline std::string Chunk(unsigned int version, const Groups& groups, const std::vector<Record>& records) {
+inline std::string Chunk(const Groups& groups, const std::vector<Record>& records) {
     const Record& first = records.front();
     std::string bytes;
     for (const std::int32_t number : {first.point.X, first.point.Y, first.point.Z})
         Append(bytes, number);
     Append(bytes, first.point.intensity);
-    bytes += static_cast<char>(first.returnNumber | first.returns << 4);
+    bytes += static_cast<char>(first.returnNumber | Record::kReturns << 4);
     bytes += static_cast<char>(first.channel << 4);
-    bytes.append(14, '\x11');
-    std::string color(reinterpret_cast<const char*>(first.point.rgb), sizeof first.point.rgb);
-    color.resize(groups.colorBytes, '\x22');
-    bytes += color + std::string(groups.restBytes, '\x33');
+    bytes.append(14, '\x22');
+    if (groups.hasColors) Append(bytes, first.point.rgb);
+    bytes.resize(las_bytes::RecordLength(groups.items), '\x33');
 
-    ChunkEncoder encoder(version, first);
-    for (std::size_t i = 1; i < records.size(); ++i)
-        encoder.Add(records[i]);
-    const std::size_t colorLayers = groups.colorBytes > 0 ? groups.colorBytes / 2 - 2 : 0;
-    std::vector<std::string> layers(9 + colorLayers + groups.restLayers);
+    ChunkEncoder encoder(groups.items.front().version, first);
+    std::for_each(records.begin() + 1, records.end(), [&](const Record& record) { encoder.Add(record); });
+    std::vector<std::string> layers(groups.layers);
     layers[0] = encoder.xy.Finish();
     layers[1] = encoder.z.Finish();
     layers[4] = encoder.intensity.Finish();
-    if (colorLayers > 0) layers[9] = encoder.rgb.Finish();
+    if (groups.hasColors) layers[9] = encoder.rgb.Finish();
     Append(bytes, static_cast<std::uint32_t>(records.size()));
     for (const std::string& layer : layers)
         Append(bytes, static_cast<std::uint32_t>(layer.size()));
@@ -284,19 +255,17 @@ inline std::string Chunk(unsigned int version, const Groups& groups, const std::
     return bytes;
 }
 
-/// The table behind the chunks; points per chunk only where they vary.
-inline std::string ChunkTable(const std::vector<std::pair<std::uint32_t, std::uint32_t>>& pointsAndBytes, bool vary) {
+/// The table behind chunks of any number of points.
+inline std::string ChunkTable(const std::vector<std::pair<std::uint32_t, std::uint32_t>>& pointsAndBytes) {
     std::string bytes;
     Append(bytes, std::uint32_t{0});
     Append(bytes, static_cast<std::uint32_t>(pointsAndBytes.size()));
     ArithmeticEncoder encoder;
     IntegerEncoder numbers(32, 2);
-    std::pair<std::uint32_t, std::uint32_t> last{0, 0};
-    for (const auto& chunk : pointsAndBytes) {
-        if (vary) {
-            numbers.Encode(encoder, static_cast<std::int32_t>(last.first), static_cast<std::int32_t>(chunk.first), 0);
-        }
-        numbers.Encode(encoder, static_cast<std::int32_t>(last.second), static_cast<std::int32_t>(chunk.second), 1);
+    std::pair<std::int32_t, std::int32_t> last{0, 0};
+    for (const std::pair<std::int32_t, std::int32_t> chunk : pointsAndBytes) {
+        numbers.Encode(encoder, last.first, chunk.first, 0);
+        numbers.Encode(encoder, last.second, chunk.second, 1);
         last = chunk;
     }
     return bytes + encoder.Finish();

@@ -11,6 +11,11 @@
 
 #include "zorv/core/text_conversion.h"
 
+inline std::string BytesOf(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
 /// A folder for the files of one test, which goes with it.
 class TempFolder {
   public:
@@ -38,10 +43,7 @@ class TempFolder {
         return Name(file);
     }
 
-    std::string Read(const std::string& file) const {
-        std::ifstream in(path / file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
+    std::string Read(const std::string& file) const { return BytesOf(path / file); }
 
     std::filesystem::path path;
 };
