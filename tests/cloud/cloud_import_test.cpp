@@ -1,10 +1,10 @@
-#include <array>
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <sstream>
 
 #include "tests/support/hex_bytes.h"
 #include "tests/support/las_bytes.h"
@@ -17,6 +17,8 @@
 #include "zorv/core/progress.h"
 
 namespace {
+
+const std::filesystem::path kData = ZORV_TEST_DATA;
 
 /// Opens what hosts do not need.
 struct Container : ZoPointCloudContainer {
@@ -278,37 +280,63 @@ TEST(CloudImport, TheHostSeesItComeOn) {
     ZoProgressBarRouter::SetMsgHWND(nullptr);
 }
 
-// Counts and sums come from a script that takes the text apart.
+// Counts, bounds and sums come from a script that takes the text or the records apart.
 TEST(CloudImport, RealFilesGiveWhatAScriptFound) {
-    const struct {
-        const char* file;
-        void (Reading::*read)();
-        std::size_t points;
-        std::array<double, 7> sums;  // of x, y, z, red, green, blue and intensity
-    } files[] = {
-        {"pts/test.pts", &Reading::Pts, 19, {-352.692185, -412.48265, -22.633043, 443, 312, 254, 906}},
-        {"pts/autzen.pts", &Reading::Pts, 10, {6361203.110017, 8490797.470032, 4448.180021, 1019, 1157, 923, 646}},
-        {"xyz/data.xyz", &Reading::Xyz, 400, {176528000, 1500288000, 50706}},
-        {"ply/option-0000_first40.ply",
-         &Reading::Ply,
-         40,
-         {16.617858733982, 41.532750964165, -118.543230772018, 5858, 5579, 5467}},
-    };
-    const std::filesystem::path data = ZORV_TEST_DATA;
-    if (!std::filesystem::exists(data)) GTEST_SKIP() << "no " << data;
-    for (const auto& each : files) {
-        SCOPED_TRACE(each.file);
-        Reading reading(BytesOf(data / each.file));
-        (reading.*each.read)();
-        ASSERT_EQ(reading.container.Size(), each.points);
-        std::array<double, 7> sums{};
-        for (const ZoScanPoint3d& point : reading.container.First()->points) {
-            for (std::size_t i = 0; i < 7; ++i)
-                sums[i] += i < 3 ? point[i] : static_cast<double>(point.color >> 8 * (i - 3) & 0xff);
+    // Name, points, least x y z, largest x y z, sums of x y z and of red, green, blue and intensity.
+    std::istringstream files(
+        "pts/test.pts 19 -25.050461 -24.533554 -2.000961 3.980972 -2.006119 -0.010086"
+        " -352.692185 -412.48265 -22.633043 443 312 254 906\n"
+        "pts/autzen.pts 10 636102.840012 848968.800003 427.919998 636126.400009 849345.199997 512.139999"
+        " 6361203.110017 8490797.470032 4448.180021 1019 1157 923 646\n"
+        "xyz/data.xyz 400 440750 3750150 74 441890 3751290 255 176528000 1500288000 50706 0 0 0 0\n"
+        "ply/option-0000_first40.ply 40 -0.046851601452 0.816336989403 -3.309149980545 0.915618002415 1.187790036201"
+        " -2.460020065308 16.617858733982 41.532750964165 -118.543230772018 5858 5579 5467 0\n"
+        "las/simple.laz 1065 635619.85 848899.7 406.59 638982.55 853535.43 586.38 678721022.97 906580758.49 462314.2"
+        " 0 0 0 0\n"
+        "las/test1_4.las 1000 1694038.445637452 1816492.706270058 5592.749917468 1694539.677014474 1816497.97626246"
+        " 5599.069686751 1694379477.654358 1816495465.573157 5597520.532653 0 0 0 0\n"
+        "las/bad_vlr_count.las 10 289814.15 4320978.61 170.58 289818.5 4320980.59 170.76 2898163.22 43209796.05 1706.79"
+        " 0 0 0 8\n");
+    const double kSum = 1e-3;  // of a thousand values at map coordinates
+    if (!std::filesystem::exists(kData)) GTEST_SKIP() << "no " << kData;
+    std::string file;
+    for (std::size_t points = 0; files >> file >> points;) {
+        SCOPED_TRACE(file);
+        const auto expect = [&files](double value, double tolerance) {
+            double expected = 0.0;
+            files >> expected;
+            EXPECT_NEAR(value, expected, tolerance);
+        };
+        const std::filesystem::path path = kData / file;
+        const std::wstring name = string2wstring(path.native());
+        Container container;
+        ZoPointCloudReadResult result;
+        if (path.extension() == ".pts") {
+            EXPECT_TRUE(container.ReadPtsFile(name, result));
+        } else if (path.extension() == ".xyz") {
+            EXPECT_TRUE(container.ReadXYZFile(name, result));
+        } else if (path.extension() == ".ply") {
+            std::ifstream stream(path);
+            EXPECT_NE(container.ObsolteReadPlyFile(stream), nullptr);
+        } else {
+            EXPECT_TRUE(container.ReadLasLazFile(name, result));
         }
-        const double rounding = 1e-9;  // of 400 values at map coordinates, and of the script's digits
-        for (std::size_t i = 0; i < 7; ++i)
-            EXPECT_NEAR(sums[i], each.sums[i], rounding) << i;
+        ASSERT_EQ(container.Size(), points);
+        const ZoBoundingBox3d& box = container.box;
+        for (const double bound : {box.xmin, box.ymin, box.zmin, box.xmax, box.ymax, box.zmax})
+            expect(bound, 1e-9);
+        double sums[3] = {};
+        int colors[4] = {};
+        for (const ZoScanPoint3d& point : container.First()->points) {
+            for (int i = 0; i < 3; ++i)
+                sums[i] += point[i];
+            for (int i = 0; i < 4; ++i)
+                colors[i] += static_cast<int>(point.color >> 8 * i & 0xff);
+        }
+        for (const double sum : sums)
+            expect(sum, kSum);
+        for (const int color : colors)
+            expect(color, 0);
     }
 }
 

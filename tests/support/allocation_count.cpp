@@ -7,6 +7,7 @@
 namespace {
 
 std::atomic<std::size_t> allocations = 0;
+std::atomic<std::size_t> bytes = 0;
 
 }  // namespace
 
@@ -14,8 +15,13 @@ std::size_t AllocationCount() {
     return allocations;
 }
 
+std::size_t AllocatedBytes() {
+    return bytes;
+}
+
 void* operator new(std::size_t size) {
     ++allocations;
+    bytes += size;
     if (void* memory = std::malloc(size)) return memory;
     throw std::bad_alloc();
 }
@@ -27,6 +33,7 @@ void* operator new[](std::size_t size) {
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     ++allocations;
+    bytes += size;
     return std::malloc(size);
 }
 
